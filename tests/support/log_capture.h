@@ -1,0 +1,53 @@
+// Reads what the library logged in this test process. Every test executable logs
+// through the capture library (see log_capture_install.cpp).
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QVector>
+
+struct LoggedLine
+{
+    int level = 0;
+    QString tag;
+    QString text;
+};
+
+extern "C" int LogCapture_LineCount();
+extern "C" int LogCapture_Line(int index, const char** tag, const char** text);
+
+namespace LogCapture {
+
+// Everything logged since the process started, in order.
+inline QVector<LoggedLine> Lines(int from = 0)
+{
+    QVector<LoggedLine> lines;
+    const int count = LogCapture_LineCount();
+    for (int i = from; i < count; ++i) {
+        const char* tag = nullptr;
+        const char* text = nullptr;
+        const int level = LogCapture_Line(i, &tag, &text);
+        lines.append(LoggedLine{level, QString::fromUtf8(tag), QString::fromUtf8(text)});
+    }
+    return lines;
+}
+
+// Marks a point in the log; Since() then gives what was logged after it.
+class Mark
+{
+public:
+    Mark() : m_start(LogCapture_LineCount()) {}
+    QVector<LoggedLine> Since() const { return Lines(m_start); }
+    bool Contains(int level, const QString& text) const
+    {
+        for (const LoggedLine& line : Since()) {
+            if (line.level == level && line.text == text)
+                return true;
+        }
+        return false;
+    }
+
+private:
+    int m_start;
+};
+
+} // namespace LogCapture

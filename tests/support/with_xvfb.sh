@@ -1,0 +1,30 @@
+#!/bin/sh
+# Runs a command on a private Xvfb server of its own, so that tests see real enter and
+# leave events, focus, cursors and QApplication::widgetAt, independent of the
+# developer's display and of other tests running at the same time.
+set -u
+
+work=$(mktemp -d "${TMPDIR:-/tmp}/qt_halvo-xvfb.XXXXXX") || exit 1
+Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$work/display" 2>"$work/xvfb.log" &
+server=$!
+cleanup() {
+    kill "$server" 2>/dev/null
+    wait "$server" 2>/dev/null
+    rm -rf "$work"
+}
+trap cleanup EXIT
+trap 'exit 130' INT TERM
+
+# Xvfb writes the display number it chose once it accepts connections.
+tries=0
+while [ ! -s "$work/display" ]; do
+    if ! kill -0 "$server" 2>/dev/null || [ $tries -ge 400 ]; then
+        echo "with_xvfb.sh: Xvfb did not start" >&2
+        cat "$work/xvfb.log" >&2
+        exit 1
+    fi
+    tries=$((tries + 1))
+    sleep 0.05
+done
+
+DISPLAY=":$(head -n 1 "$work/display")" QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR="$work" "$@"

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QVector>
+
+#include <functional>
+
+class QWidget;
+
+// One page of the gallery: a live demonstration of one widget family.
+struct GalleryPage
+{
+    QString id;    // file name of its picture: "<id>.png"
+    QString title; // shown in the page list
+    std::function<QWidget*()> create;
+    int settleMilliseconds = 0; // how long animations need before a picture is taken
+};
+
+// Every page, in the order of the page list. Each family's page adds itself here.
+QVector<GalleryPage> GalleryPages();
+
+QWidget* CreateOverviewPage();

@@ -5,6 +5,8 @@
 #include <QtCore/QString>
 #include <QtCore/QVector>
 
+#include <algorithm>
+
 struct LoggedLine
 {
     int level = 0;
@@ -31,12 +33,22 @@ inline QVector<LoggedLine> Lines(int from = 0)
     return lines;
 }
 
-// Marks a point in the log; Since() then gives what was logged after it.
+// Marks a point in the log; Since() then gives what was logged after it, apart from the
+// line the logging set-up writes on the process's first log call.
 class Mark
 {
 public:
     Mark() : m_start(LogCapture_LineCount()) {}
-    QVector<LoggedLine> Since() const { return Lines(m_start); }
+    QVector<LoggedLine> Since() const
+    {
+        QVector<LoggedLine> lines = Lines(m_start);
+        lines.erase(std::remove_if(lines.begin(), lines.end(),
+                                   [](const LoggedLine& line) {
+                                       return line.tag.startsWith(QLatin1String("qt_halvo\\utilities\\logging:"));
+                                   }),
+                    lines.end());
+        return lines;
+    }
     bool Contains(int level, const QString& text) const
     {
         for (const LoggedLine& line : Since()) {

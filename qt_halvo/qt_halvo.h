@@ -3,3 +3,8 @@
 
 #include <qt_halvo/qt_halvo_global.h>
 #include <qt_halvo/qt_halvo_version.h>
+
+#include <qt_halvo/application/application.h>
+#include <qt_halvo/application/run_async.h>
+#include <qt_halvo/styles/style_sheet.h>
+#include <qt_halvo/styles/stylesheet_pseudo_states_helper.h>

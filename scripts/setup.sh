@@ -7,7 +7,7 @@ qt_halvo_packages() {
     local part
     for part in "$@"; do
         case "$part" in
-            build) echo cmake ninja-build g++ make pkg-config ccache qtbase5-dev qtdeclarative5-dev \
+            build) echo cmake ninja-build g++ make pkg-config ccache qtbase5-dev qtdeclarative5-dev libqt5svg5 \
                         qttools5-dev qttools5-dev-tools ;;
             test) echo xvfb xauth fonts-dejavu-core ;;
             win32) echo g++-mingw-w64-x86-64-posix wine64 wine ;;

@@ -5,6 +5,7 @@
 
 #include <functional>
 
+class GalleryTheme;
 class QWidget;
 
 // One page of the gallery: a live demonstration of one widget family.
@@ -17,6 +18,8 @@ struct GalleryPage
 };
 
 // Every page, in the order of the page list. Each family's page adds itself here.
-QVector<GalleryPage> GalleryPages();
+// Pages that follow the theme keep a reference to it, so it must outlive them.
+QVector<GalleryPage> GalleryPages(GalleryTheme& theme);
 
 QWidget* CreateOverviewPage();
+QWidget* CreateStyleConstantsPage(GalleryTheme& theme);

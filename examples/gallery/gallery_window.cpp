@@ -1,30 +1,57 @@
 #include "gallery_window.h"
 
+#include "gallery_theme.h"
+
+#include <QtCore/QSignalBlocker>
+#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QStackedWidget>
+#include <QtWidgets/QVBoxLayout>
 
-GalleryWindow::GalleryWindow(const QVector<GalleryPage>& pages, QWidget* parent)
+GalleryWindow::GalleryWindow(const QVector<GalleryPage>& pages, GalleryTheme& theme, QWidget* parent)
     : QWidget(parent)
     , m_pages(pages)
     , m_created(pages.size(), nullptr)
+    , m_theme(theme)
     , m_list(new QListWidget(this))
+    //: Check box under the page list; switches the whole gallery between its light and dark colours.
+    , m_themeSwitch(new QCheckBox(tr("Dark theme"), this))
     , m_stack(new QStackedWidget(this))
 {
     setObjectName(QStringLiteral("GalleryWindow"));
     setWindowTitle(tr("qt_halvo gallery"));
     m_list->setObjectName(QStringLiteral("PageList"));
-    m_list->setFixedWidth(200);
+    // The list places its items once, by their sizes at that time: measured before the
+    // sheet reaches the list, they would lack its padding and overlap.
+    m_list->ensurePolished();
     for (const GalleryPage& page : m_pages)
         m_list->addItem(page.title);
 
     auto* layout = new QHBoxLayout(this);
-    layout->addWidget(m_list);
+    layout->addWidget(CreateSidebar());
     layout->addWidget(m_stack, 1);
 
     connect(m_list, &QListWidget::currentRowChanged, this, &GalleryWindow::ShowPage);
+    connect(m_themeSwitch, &QCheckBox::toggled, this, &GalleryWindow::OnThemeSwitched);
+    connect(&m_theme, &GalleryTheme::Changed, this, &GalleryWindow::OnThemeChanged);
+    OnThemeChanged();
     if (!m_pages.isEmpty())
         m_list->setCurrentRow(0);
+}
+
+QWidget* GalleryWindow::CreateSidebar()
+{
+    auto* sidebar = new QWidget(this);
+    sidebar->setObjectName(QStringLiteral("Sidebar"));
+    sidebar->setFixedWidth(200);
+    m_themeSwitch->setObjectName(QStringLiteral("ThemeSwitch"));
+
+    auto* layout = new QVBoxLayout(sidebar);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_list, 1);
+    layout->addWidget(m_themeSwitch);
+    return sidebar;
 }
 
 int GalleryWindow::PageCount() const
@@ -47,4 +74,16 @@ void GalleryWindow::ShowPage(int index)
     }
     m_stack->setCurrentWidget(m_created[index]);
     m_list->setCurrentRow(index);
+}
+
+void GalleryWindow::OnThemeSwitched(bool dark)
+{
+    m_theme.Apply(dark ? GalleryTheme::Variant::Dark : GalleryTheme::Variant::Light);
+}
+
+// Keeps the switch in step when the theme is applied from elsewhere, as at start-up.
+void GalleryWindow::OnThemeChanged()
+{
+    const QSignalBlocker blocker(m_themeSwitch);
+    m_themeSwitch->setChecked(m_theme.Current() == GalleryTheme::Variant::Dark);
 }

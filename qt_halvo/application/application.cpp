@@ -63,7 +63,8 @@ private:
 
 // Wakes its waiter after running, and again when destroyed, so that a command whose
 // event is dropped undelivered still releases its caller. The waiter holds the mutex
-// from posting until it waits; notifying under it means no wake-up can come too early.
+// from posting until it waits: taking the mutex before notifying makes sure it is
+// waiting, so the wake-up cannot come too early and be lost.
 class CommandEventSync : public CommandEvent
 {
 public:
@@ -85,7 +86,7 @@ public:
 private:
     void Notify()
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        { const std::lock_guard<std::mutex> waiterIsWaiting(m_mutex); }
         m_done->notify_all();
     }
 

@@ -18,9 +18,31 @@ const QLatin1String kBlockHeader("/* Stylesheet Constants");
 const QLatin1String kBlockEnd("*/");
 const QLatin1String kRegExpSyntax("\\^$.|?*+()[]{}");
 
-// A sheet may not grow past this by substitution: values that refer to each other
-// can otherwise double it at every level.
-constexpr int kMaxSheetLength = 1 << 24;
+// Values that refer to each other can double a sheet at every level, and names that act
+// as patterns can keep matching what they insert: no text may grow past this length,
+// and no substitution may write more than its WorkBudget.
+constexpr int kMaxSheetLength = 1 << 23;
+
+// Characters a substitution may write: enough for every constant to rewrite a text
+// grown fourfold, far less than runaway growth would take.
+class WorkBudget
+{
+public:
+    WorkBudget(int textLength, int constants)
+        : m_left(4LL * (constants + 1) * textLength + (1 << 24))
+    {
+    }
+
+    // Charges a text just written; false once the budget is spent or the text too long.
+    bool Spend(int written)
+    {
+        m_left -= written;
+        return m_left >= 0 && written <= kMaxSheetLength;
+    }
+
+private:
+    qint64 m_left;
+};
 
 struct Constant
 {
@@ -66,10 +88,10 @@ void ReportSelfReferences(const QVector<Constant>& constants)
     }
 }
 
-void ReportOversizedSheet(const Constant& constant)
+void ReportRunawayGrowth(const Constant& constant)
 {
-    QTH_LOG_ERROR("[StyleSheet] Replacing %s would make the sheet longer than %d characters; it is left as it is",
-                  qPrintable(constant.pattern), kMaxSheetLength);
+    QTH_LOG_ERROR("[StyleSheet] Substitution stopped at %s: the text keeps growing; the rest is left as it is",
+                  qPrintable(constant.pattern));
 }
 
 // Where the pattern starts, running from the tail of an inserted value on into the
@@ -87,8 +109,8 @@ int MatchAcrossValueEnd(const QString& value, QStringView rest, const QString& p
 
 // Every occurrence of a plain pattern, the search resuming at the start of each
 // replacement. A value free of the pattern can only be matched again together with the
-// text after it, so only that seam is looked at. Returns false when the result grew too long.
-bool ReplacePlain(const QString& text, const Constant& constant, QString* result)
+// text after it, so only that seam is looked at. False when the budget ran out.
+bool ReplacePlain(const QString& text, const Constant& constant, WorkBudget& budget, QString* result)
 {
     int found = text.indexOf(constant.pattern);
     if (found < 0) {
@@ -116,52 +138,61 @@ bool ReplacePlain(const QString& text, const Constant& constant, QString* result
         found = text.indexOf(constant.pattern, from);
     }
     out.append(QStringView(text).mid(from));
+    if (!budget.Spend(out.size()))
+        return false;
     *result = out;
     return true;
 }
 
 // A name with regular-expression syntax acts as a pattern. Patterns that can match
 // nothing, or keep matching what they insert, would never finish: they are stopped.
-bool ReplacePattern(const QString& text, const Constant& constant, QString* result)
+bool ReplacePattern(const QString& text, const Constant& constant, WorkBudget& budget, QString* result)
 {
     QRegExp expression(constant.pattern, Qt::CaseSensitive, QRegExp::RegExp);
     QString out = text;
-    int budget = text.size() + 1;
+    // Each match that ends normally consumes text that was there before.
+    int matchesLeft = text.size() + 1;
     for (int at = expression.indexIn(out, 0); at != -1; at = expression.indexIn(out, at)) {
         if (expression.matchedLength() == 0) {
             QTH_LOG_ERROR("[StyleSheet] Constant %s matches empty text; substitution stopped", qPrintable(constant.pattern));
             break;
         }
-        if (--budget < 0) {
+        if (--matchesLeft < 0) {
             QTH_LOG_ERROR("[StyleSheet] Constant %s keeps matching what it inserts; substitution stopped",
                           qPrintable(constant.pattern));
             break;
         }
         out.replace(at, expression.matchedLength(), constant.value);
-        if (out.size() > kMaxSheetLength)
+        if (!budget.Spend(out.size()))
             return false;
     }
     *result = out;
     return true;
 }
 
-// One constant over text; an oversized result leaves text unchanged.
-QString ReplaceReferences(const QString& text, const Constant& constant)
+// One constant over text; false, with text unchanged, when the budget ran out.
+bool ReplaceReferences(QString& text, const Constant& constant, WorkBudget& budget)
 {
+    if (constant.literal && !text.contains(constant.pattern))
+        return true;
     QString result;
-    const bool done = constant.literal ? ReplacePlain(text, constant, &result) : ReplacePattern(text, constant, &result);
-    if (done)
-        return result;
-    ReportOversizedSheet(constant);
-    return text;
+    const bool done = constant.literal ? ReplacePlain(text, constant, budget, &result)
+                                       : ReplacePattern(text, constant, budget, &result);
+    if (!done) {
+        ReportRunawayGrowth(constant);
+        return false;
+    }
+    text = result;
+    return true;
 }
 
 QString SubstituteOneByOne(const QString& text, const QVector<Constant>& constants)
 {
     QString result = text;
+    WorkBudget budget(text.size(), constants.size());
     for (const Constant& constant : constants) {
-        if (!constant.literal || result.contains(constant.pattern))
-            result = ReplaceReferences(result, constant);
+        if (!ReplaceReferences(result, constant, budget))
+            break;
     }
     return result;
 }
@@ -239,10 +270,11 @@ private:
 class FastSubstitution
 {
 public:
-    explicit FastSubstitution(const QVector<Constant>& constants)
+    FastSubstitution(const QVector<Constant>& constants, int textLength)
         : m_constants(constants)
         , m_names(constants)
         , m_expansions(constants.size())
+        , m_budget(textLength, constants.size())
     {
     }
 
@@ -334,7 +366,7 @@ private:
             }
             out.append(piece.mid(emitted, at - emitted));
             out.append(value->text);
-            if (out.size() > kMaxSheetLength)
+            if (!m_budget.Spend(value->text.size()) || out.size() > kMaxSheetLength)
                 return false;
             emitted = bestEnd;
             at = piece.indexOf(QLatin1Char('@'), bestEnd);
@@ -346,7 +378,39 @@ private:
     const QVector<Constant>& m_constants;
     NameTree m_names;
     std::vector<Expansion> m_expansions;
+    WorkBudget m_budget;
 };
+
+// For each constant in order, its references in every value are replaced by its value
+// of the moment. Returns which values changed; stops when the budget runs out.
+QVector<bool> ResolveInOrder(QVector<Constant>& ordered)
+{
+    // Only values with an at sign can hold references, and no value gains one it did
+    // not have before.
+    QVector<int> withReferences;
+    int valuesLength = 0;
+    for (int i = 0; i < ordered.size(); ++i) {
+        valuesLength += ordered[i].value.size();
+        if (ordered[i].value.contains(QLatin1Char('@')))
+            withReferences.append(i);
+    }
+    WorkBudget budget(valuesLength, ordered.size());
+    QVector<bool> changed(ordered.size(), false);
+    for (const Constant& referenced : ordered) {
+        for (const int index : qAsConst(withReferences)) {
+            Constant& holder = ordered[index];
+            // referenced is read as it is now: it changes when the holder is itself.
+            QString value = holder.value;
+            if (!ReplaceReferences(value, referenced, budget))
+                return changed;
+            if (value != holder.value) {
+                holder.value = value;
+                changed[index] = true;
+            }
+        }
+    }
+    return changed;
+}
 
 // Splits at LF, CR or CR LF, keeping empty lines.
 QVector<QStringView> Lines(QStringView text)
@@ -390,27 +454,7 @@ void ResolveConstantReferences(StyleConstants& constants)
 {
     QVector<Constant> ordered = InHashOrder(constants);
     ReportSelfReferences(ordered);
-    // Only values with an at sign can hold references, and no value gains one it did
-    // not have before.
-    QVector<int> withReferences;
-    for (int i = 0; i < ordered.size(); ++i) {
-        if (ordered[i].value.contains(QLatin1Char('@')))
-            withReferences.append(i);
-    }
-    QVector<bool> changed(ordered.size(), false);
-    for (const Constant& referenced : ordered) {
-        for (const int index : qAsConst(withReferences)) {
-            Constant& holder = ordered[index];
-            if (referenced.literal && !holder.value.contains(referenced.pattern))
-                continue;
-            // referenced is read as it is now: it changes when the holder is itself.
-            const QString replaced = ReplaceReferences(holder.value, referenced);
-            if (replaced != holder.value) {
-                holder.value = replaced;
-                changed[index] = true;
-            }
-        }
-    }
+    const QVector<bool> changed = ResolveInOrder(ordered);
     for (int i = 0; i < ordered.size(); ++i) {
         if (changed[i])
             constants.insert(ordered[i].name, QVariant(ordered[i].value));
@@ -423,7 +467,7 @@ QString SubstituteConstants(const QString& text, const StyleConstants& constants
     ReportSelfReferences(ordered);
     if (FastSubstitution::Applies(ordered)) {
         QString result;
-        if (FastSubstitution(ordered).Run(text, &result))
+        if (FastSubstitution(ordered, text.size()).Run(text, &result))
             return result;
     }
     return SubstituteOneByOne(text, ordered);

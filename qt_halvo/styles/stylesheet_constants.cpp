@@ -6,6 +6,7 @@
 #include <QtCore/QStringView>
 #include <QtCore/QVector>
 
+#include <algorithm>
 #include <array>
 #include <bitset>
 #include <vector>
@@ -29,7 +30,7 @@ class WorkBudget
 {
 public:
     WorkBudget(int textLength, int constants)
-        : m_left(4LL * (constants + 1) * textLength + (1 << 24))
+        : m_left(4LL * (constants + 1) * textLength + (1 << 22))
     {
     }
 
@@ -71,21 +72,29 @@ QVector<Constant> InHashOrder(const StyleConstants& constants)
     return ordered;
 }
 
-// A value that holds its own reference would be found again in what it inserts, for
-// ever; such a constant is replaced once, without looking into what it inserted.
+// A value that holds its own reference, directly or as the front of a longer name
+// ("accent = @accentDark"), would be found again in what it inserts, for ever.
 bool RefersToItself(const Constant& constant)
 {
     return constant.literal && constant.value.contains(constant.pattern);
 }
 
-void ReportSelfReferences(const QVector<Constant>& constants)
+void ReportSelfReference(const Constant& constant)
 {
-    for (const Constant& constant : constants) {
-        if (RefersToItself(constant)) {
-            QTH_LOG_ERROR("[StyleSheet] Constant %s refers to itself (\"%s\"); it is replaced once",
-                          qPrintable(constant.pattern), qPrintable(constant.value));
-        }
-    }
+    QTH_LOG_ERROR("[StyleSheet] Constant %s refers to itself (\"%s\"); its references are left as written",
+                  qPrintable(constant.pattern), qPrintable(constant.value));
+}
+
+// The constants that can be substituted: those referring to themselves are reported
+// and left out, so that their references stay as written.
+QVector<Constant> Substitutable(const StyleConstants& constants)
+{
+    QVector<Constant> ordered = InHashOrder(constants);
+    const auto selfReferring = std::stable_partition(ordered.begin(), ordered.end(),
+                                                     [](const Constant& constant) { return !RefersToItself(constant); });
+    std::for_each(selfReferring, ordered.end(), ReportSelfReference);
+    ordered.erase(selfReferring, ordered.end());
+    return ordered;
 }
 
 void ReportRunawayGrowth(const Constant& constant)
@@ -108,8 +117,9 @@ int MatchAcrossValueEnd(const QString& value, QStringView rest, const QString& p
 }
 
 // Every occurrence of a plain pattern, the search resuming at the start of each
-// replacement. A value free of the pattern can only be matched again together with the
-// text after it, so only that seam is looked at. False when the budget ran out.
+// replacement. The value is free of the pattern (see RefersToItself), so it can only be
+// matched again together with the text after it: only that seam is looked at. False
+// when the budget ran out.
 bool ReplacePlain(const QString& text, const Constant& constant, WorkBudget& budget, QString* result)
 {
     int found = text.indexOf(constant.pattern);
@@ -117,7 +127,6 @@ bool ReplacePlain(const QString& text, const Constant& constant, WorkBudget& bud
         *result = text;
         return true;
     }
-    const bool rescan = !RefersToItself(constant);
     const QString& value = constant.value;
     QString out;
     out.reserve(text.size() + qMax(0, value.size() - constant.pattern.size()) * 4);
@@ -125,7 +134,7 @@ bool ReplacePlain(const QString& text, const Constant& constant, WorkBudget& bud
     while (found >= 0) {
         out.append(QStringView(text).mid(from, found - from));
         from = found + constant.pattern.size();
-        for (int seam = rescan ? MatchAcrossValueEnd(value, QStringView(text).mid(from), constant.pattern) : -1;
+        for (int seam = MatchAcrossValueEnd(value, QStringView(text).mid(from), constant.pattern);
              seam >= 0; seam = MatchAcrossValueEnd(value, QStringView(text).mid(from), constant.pattern)) {
             out.append(QStringView(value).left(seam));
             from += constant.pattern.size() - (value.size() - seam);
@@ -358,10 +367,12 @@ private:
             const Expansion* value = Expanded(best, depth + 1);
             if (!value)
                 return false;
+            // A name left open at the value's end could go on into what follows it: a
+            // name character, or the value that will replace a reference right after.
             if (value->openEnd) {
                 if (bestEnd == length)
                     *openEnd = true;
-                else if (m_names.IsNameCharacter(piece[bestEnd]))
+                else if (m_names.IsNameCharacter(piece[bestEnd]) || piece[bestEnd] == QLatin1Char('@'))
                     return false;
             }
             out.append(piece.mid(emitted, at - emitted));
@@ -397,9 +408,13 @@ QVector<bool> ResolveInOrder(QVector<Constant>& ordered)
     WorkBudget budget(valuesLength, ordered.size());
     QVector<bool> changed(ordered.size(), false);
     for (const Constant& referenced : ordered) {
+        // Checked now: references between constants can lead a value back to itself.
+        if (RefersToItself(referenced)) {
+            ReportSelfReference(referenced);
+            continue;
+        }
         for (const int index : qAsConst(withReferences)) {
             Constant& holder = ordered[index];
-            // referenced is read as it is now: it changes when the holder is itself.
             QString value = holder.value;
             if (!ReplaceReferences(value, referenced, budget))
                 return changed;
@@ -453,7 +468,6 @@ void ParseStylesheetConstants(QString& text, StyleConstants& constants)
 void ResolveConstantReferences(StyleConstants& constants)
 {
     QVector<Constant> ordered = InHashOrder(constants);
-    ReportSelfReferences(ordered);
     const QVector<bool> changed = ResolveInOrder(ordered);
     for (int i = 0; i < ordered.size(); ++i) {
         if (changed[i])
@@ -463,8 +477,7 @@ void ResolveConstantReferences(StyleConstants& constants)
 
 QString SubstituteConstants(const QString& text, const StyleConstants& constants)
 {
-    const QVector<Constant> ordered = InHashOrder(constants);
-    ReportSelfReferences(ordered);
+    const QVector<Constant> ordered = Substitutable(constants);
     if (FastSubstitution::Applies(ordered)) {
         QString result;
         if (FastSubstitution(ordered, text.size()).Run(text, &result))
@@ -475,9 +488,7 @@ QString SubstituteConstants(const QString& text, const StyleConstants& constants
 
 QString SubstituteConstantsOneByOne(const QString& text, const StyleConstants& constants)
 {
-    const QVector<Constant> ordered = InHashOrder(constants);
-    ReportSelfReferences(ordered);
-    return SubstituteOneByOne(text, ordered);
+    return SubstituteOneByOne(text, Substitutable(constants));
 }
 
 } // namespace OrvantaQT

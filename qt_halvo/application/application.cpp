@@ -2,6 +2,7 @@
 
 #include <qt_halvo/styles/style_sheet.h>
 #include <qt_halvo/utilities/logging_p.h>
+#include <qt_halvo/utilities/thread_sanitizer_p.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFileSystemWatcher>
@@ -51,10 +52,19 @@ public:
     virtual void Run() = 0;
 };
 
+// Posts a command event built on this thread to the application's thread.
+void Post(QCoreApplication* application, CommandEvent* event)
+{
+    QTH_HANDED_OVER(event);
+    QCoreApplication::postEvent(application, event, Qt::NormalEventPriority);
+}
+
 class CommandEventAsync : public CommandEvent
 {
 public:
     explicit CommandEventAsync(std::shared_ptr<ApplicationCommand> command) : m_command(std::move(command)) {}
+    // Also destroyed undelivered, by the thread that drops it.
+    ~CommandEventAsync() override { QTH_TAKEN_OVER(this); }
     void Run() override { m_command->Execute(); }
 
 private:
@@ -75,7 +85,11 @@ public:
         , m_mutex(mutex)
     {
     }
-    ~CommandEventSync() override { Notify(); }
+    ~CommandEventSync() override
+    {
+        QTH_TAKEN_OVER(this);
+        Notify();
+    }
 
     void Run() override
     {
@@ -114,7 +128,12 @@ Application::Application(int& argc, char** argv, unsigned int languageIndex, con
     OnStylesheetChanged();
 }
 
-Application::~Application() = default;
+Application::~Application()
+{
+    // Queued commands wake their waiters when dropped, under the command mutex: drop
+    // them while it still exists.
+    QCoreApplication::removePostedEvents(this, kCommandEventType);
+}
 
 Application* Application::instance()
 {
@@ -153,15 +172,14 @@ void Application::ExecuteInMainThread(std::shared_ptr<ApplicationCommand> comman
         return;
     }
     if (!wait) {
-        QCoreApplication::postEvent(this, new CommandEventAsync(std::move(command)), Qt::NormalEventPriority);
+        Post(this, new CommandEventAsync(std::move(command)));
         return;
     }
     std::unique_lock<std::mutex> lock(m_commandMutex);
     if (!m_acceptingCommands)
         return;
     auto done = std::make_shared<std::condition_variable>();
-    QCoreApplication::postEvent(this, new CommandEventSync(std::move(command), done, m_commandMutex),
-                                Qt::NormalEventPriority);
+    Post(this, new CommandEventSync(std::move(command), done, m_commandMutex));
     // One wait, no predicate: the caller may not assume more than that the command's
     // event was handled or dropped.
     done->wait(lock);
@@ -173,13 +191,14 @@ void Application::PostEvent(std::shared_ptr<ApplicationCommand> command)
         QTH_LOG_ERROR("Application::PostEvent: no command to post");
         return;
     }
-    QCoreApplication::postEvent(this, new CommandEventAsync(std::move(command)), Qt::NormalEventPriority);
+    Post(this, new CommandEventAsync(std::move(command)));
 }
 
 void Application::customEvent(QEvent* event)
 {
     if (event->type() != kCommandEventType)
         return;
+    QTH_TAKEN_OVER(event);
     // Exceptions must not unwind through Qt's event loop; a blocking caller is still
     // woken when the event is destroyed.
     try {

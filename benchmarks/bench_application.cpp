@@ -49,60 +49,35 @@ class BenchApplication : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void blockingRoundTrips_data();
-    void blockingRoundTrips();
-    void nonBlockingPosts_data();
-    void nonBlockingPosts();
+    void dispatch_data();
+    void dispatch();
 };
 
-void BenchApplication::blockingRoundTrips_data()
+void BenchApplication::dispatch_data()
 {
     QTest::addColumn<Way>("way");
-    QTest::newRow("ExecuteInMainThread, 2000 calls") << Way::Library;
-    QTest::newRow("invokeMethod blocking, 2000 calls") << Way::InvokeMethod;
+    QTest::addColumn<bool>("blocking");
+    QTest::newRow("blocking ExecuteInMainThread, 2000 calls") << Way::Library << true;
+    QTest::newRow("blocking invokeMethod, 2000 calls") << Way::InvokeMethod << true;
+    QTest::newRow("non-blocking ExecuteInMainThread, 2000 posts") << Way::Library << false;
+    QTest::newRow("queued invokeMethod, 2000 posts") << Way::InvokeMethod << false;
 }
 
-void BenchApplication::blockingRoundTrips()
+void BenchApplication::dispatch()
 {
     QFETCH(Way, way);
+    QFETCH(bool, blocking);
     Application* application = Application::instance();
+    const Qt::ConnectionType connection = blocking ? Qt::BlockingQueuedConnection : Qt::QueuedConnection;
     QBENCHMARK {
         std::atomic<int> counter{0};
         Serve(
             [&] {
                 for (int i = 0; i < kCalls; ++i) {
                     if (way == Way::Library)
-                        application->ExecuteInMainThread(std::make_shared<Count>(counter), true);
+                        application->ExecuteInMainThread(std::make_shared<Count>(counter), blocking);
                     else
-                        QMetaObject::invokeMethod(application, [&counter] { counter.fetch_add(1); },
-                                                  Qt::BlockingQueuedConnection);
-                }
-            },
-            counter, kCalls);
-    }
-}
-
-void BenchApplication::nonBlockingPosts_data()
-{
-    QTest::addColumn<Way>("way");
-    QTest::newRow("ExecuteInMainThread, 2000 posts") << Way::Library;
-    QTest::newRow("invokeMethod queued, 2000 posts") << Way::InvokeMethod;
-}
-
-void BenchApplication::nonBlockingPosts()
-{
-    QFETCH(Way, way);
-    Application* application = Application::instance();
-    QBENCHMARK {
-        std::atomic<int> counter{0};
-        Serve(
-            [&] {
-                for (int i = 0; i < kCalls; ++i) {
-                    if (way == Way::Library)
-                        application->ExecuteInMainThread(std::make_shared<Count>(counter), false);
-                    else
-                        QMetaObject::invokeMethod(application, [&counter] { counter.fetch_add(1); },
-                                                  Qt::QueuedConnection);
+                        QMetaObject::invokeMethod(application, [&counter] { counter.fetch_add(1); }, connection);
                 }
             },
             counter, kCalls);

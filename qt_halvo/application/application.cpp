@@ -71,8 +71,8 @@ private:
     std::shared_ptr<ApplicationCommand> m_command;
 };
 
-// Wakes its waiter after running, and again when destroyed, so that a command whose
-// event is dropped undelivered still releases its caller. The waiter holds the mutex
+// Wakes its waiter after running or, dropped undelivered, when destroyed, so that the
+// caller is released either way. The waiter holds the mutex
 // from posting until it waits: taking the mutex before notifying makes sure it is
 // waiting, so the wake-up cannot come too early and be lost.
 class CommandEventSync : public CommandEvent
@@ -85,10 +85,12 @@ public:
         , m_mutex(mutex)
     {
     }
+
     ~CommandEventSync() override
     {
         QTH_TAKEN_OVER(this);
-        Notify();
+        if (!m_notified)
+            Notify();
     }
 
     void Run() override
@@ -102,11 +104,13 @@ private:
     {
         { const std::lock_guard<std::mutex> waiterIsWaiting(m_mutex); }
         m_done->notify_all();
+        m_notified = true;
     }
 
     std::shared_ptr<ApplicationCommand> m_command;
     std::shared_ptr<std::condition_variable> m_done;
     std::mutex& m_mutex;
+    bool m_notified = false; // by the thread that runs or drops the event
 };
 
 } // namespace

@@ -5,6 +5,8 @@
 #include <qt_halvo/qt_halvo_version.h>
 
 #include <qt_halvo/application/application.h>
+#include <qt_halvo/application/inter_process_event.h>
 #include <qt_halvo/application/run_async.h>
 #include <qt_halvo/styles/style_sheet.h>
 #include <qt_halvo/styles/stylesheet_pseudo_states_helper.h>
+#include <qt_halvo/utilities/hidpi_utils.h>

@@ -2,10 +2,16 @@
 # Runs a command on a private Xvfb server of its own, so that tests see real enter and
 # leave events, focus, cursors and QApplication::widgetAt, independent of the
 # developer's display and of other tests running at the same time.
+#
+# The display can be chosen: QT_HALVO_XVFB_SCREEN (WIDTHxHEIGHTxDEPTH, 1280x1024x24),
+# QT_HALVO_XVFB_DPI (its physical DPI), QT_HALVO_XVFB_XFT_DPI (the Xft.dpi resource that
+# desktops set for their scaling) and QT_HALVO_XVFB_WORKAREA ("x, y, width, height", the
+# work area a window manager would publish).
 set -u
 
 work=$(mktemp -d "${TMPDIR:-/tmp}/qt_halvo-xvfb.XXXXXX") || exit 1
-Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$work/display" 2>"$work/xvfb.log" &
+Xvfb -displayfd 3 -screen 0 "${QT_HALVO_XVFB_SCREEN:-1280x1024x24}" ${QT_HALVO_XVFB_DPI:+-dpi "$QT_HALVO_XVFB_DPI"} \
+    -nolisten tcp -noreset 3>"$work/display" 2>"$work/xvfb.log" &
 server=$!
 cleanup() {
     kill "$server" 2>/dev/null
@@ -27,4 +33,11 @@ while [ ! -s "$work/display" ]; do
     sleep 0.05
 done
 
-DISPLAY=":$(head -n 1 "$work/display")" QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR="$work" "$@"
+export DISPLAY=":$(head -n 1 "$work/display")"
+if [ -n "${QT_HALVO_XVFB_XFT_DPI:-}" ]; then
+    printf 'Xft.dpi: %s\n' "$QT_HALVO_XVFB_XFT_DPI" | xrdb -merge || exit 1
+fi
+if [ -n "${QT_HALVO_XVFB_WORKAREA:-}" ]; then
+    xprop -root -f _NET_WORKAREA 32c -set _NET_WORKAREA "$QT_HALVO_XVFB_WORKAREA" || exit 1
+fi
+QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR="$work" "$@"

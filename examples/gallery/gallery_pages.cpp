@@ -9,5 +9,7 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
         //: Page list entry: the named values the gallery's stylesheet uses, and its colour table.
         {QStringLiteral("style_constants"), QCoreApplication::translate("Gallery", "Style constants"),
          [&theme] { return CreateStyleConstantsPage(theme); }},
+        //: Page list entry: the measured displays, the chosen scale factor and the graphics back-end.
+        {QStringLiteral("display"), QCoreApplication::translate("Gallery", "Display and scaling"), CreateDisplayPage},
     };
 }

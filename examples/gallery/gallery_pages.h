@@ -23,3 +23,4 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme);
 
 QWidget* CreateOverviewPage();
 QWidget* CreateStyleConstantsPage(GalleryTheme& theme);
+QWidget* CreateDisplayPage();

@@ -81,6 +81,11 @@ void GalleryTheme::Apply(Variant variant)
     Q_EMIT Changed();
 }
 
+QString GalleryTheme::SheetPath()
+{
+    return kSheetPath;
+}
+
 GalleryTheme::Variant GalleryTheme::Current() const
 {
     return m_variant;

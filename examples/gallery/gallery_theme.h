@@ -18,6 +18,9 @@ public:
     void Apply(Variant variant);
     Variant Current() const;
 
+    // The embedded stylesheet.
+    static QString SheetPath();
+
     // The names of the constants that default_theme.qss declares, in the order written.
     static QStringList DeclaredConstants();
 

@@ -9,6 +9,8 @@
 #include "page_renderer.h"
 
 #include <qt_halvo/application/application.h>
+#include <qt_halvo/styles/style_sheet.h>
+#include <qt_halvo/utilities/hidpi_utils.h>
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
@@ -23,6 +25,12 @@ constexpr unsigned int kEnglish = 1;
 
 int main(int argc, char** argv)
 {
+    // The graphics back-end and the scale factor are chosen before the application object
+    // exists; the theme's constants say how small the gallery's window may get.
+    OrvantaQT::LoadGlobalStyleSheet(GalleryTheme::SheetPath());
+    OrvantaQT::InitGraphicalBackend();
+    OrvantaQT::EnableHiDpiScaling(OrvantaQT::GetMinimumConsoleSize());
+
     OrvantaQT::Application application(argc, argv, kEnglish, QStringLiteral("en"));
     QApplication::setApplicationName(QStringLiteral("qt_halvo gallery"));
 

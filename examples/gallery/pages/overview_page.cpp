@@ -16,10 +16,6 @@ QWidget* CreateOverviewPage()
 
     auto* title = new QLabel(QCoreApplication::translate("Gallery", "qt_halvo %1").arg(OrvantaQT::VersionString()));
     title->setObjectName(QStringLiteral("PageTitle"));
-    QFont font = title->font();
-    font.setPointSizeF(font.pointSizeF() * 1.6);
-    font.setBold(true);
-    title->setFont(font);
     layout->addWidget(title);
 
     auto* text = new QLabel(QCoreApplication::translate(

@@ -151,10 +151,6 @@ QLabel* CreateTitle()
 {
     auto* title = new QLabel(QCoreApplication::translate("Gallery", "Style constants"));
     title->setObjectName(QStringLiteral("PageTitle"));
-    QFont font = title->font();
-    font.setPointSizeF(font.pointSizeF() * 1.6);
-    font.setBold(true);
-    title->setFont(font);
     return title;
 }
 

@@ -8,6 +8,7 @@ qt_halvo_packages() {
     for part in "$@"; do
         case "$part" in
             build) echo cmake ninja-build g++ make pkg-config ccache qtbase5-dev qtdeclarative5-dev libqt5svg5 \
+                        libx11-dev libxrandr-dev \
                         qttools5-dev qttools5-dev-tools ;;
             test) echo xvfb xauth x11-xserver-utils x11-utils fonts-dejavu-core ;;
             win32) echo g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix wine64 wine ;;

@@ -1,25 +1,8 @@
 #include "named_event_p.h"
 
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+#include "win_text_p.h"
 
 namespace OrvantaQT::Platform {
-
-namespace {
-
-std::wstring Widen(const std::string& text)
-{
-    if (text.empty())
-        return {};
-    const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(length), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), wide.data(), length);
-    return wide;
-}
-
-} // namespace
 
 // A Win32 event has no way to wake only the waiters of one handle: an interrupt sets the
 // shared event, and a listener of another process may take it instead, so the local

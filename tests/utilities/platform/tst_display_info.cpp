@@ -4,6 +4,7 @@
 // On Linux --screen says what the X server in DISPLAY has (one screen of that size);
 // without it only the consistency of what is gathered is checked.
 
+#include "plain_test.h"
 #include <qt_halvo/utilities/platform/display_info_p.h>
 
 #include <cstdio>
@@ -23,21 +24,6 @@
 using namespace OrvantaQT::Platform;
 
 namespace {
-
-int passed = 0;
-int failed = 0;
-
-void Check(bool condition, const char* what, int line)
-{
-    if (condition) {
-        ++passed;
-        return;
-    }
-    ++failed;
-    std::cout << "FAIL line " << line << ": " << what << std::endl;
-}
-
-#define CHECK(condition) Check((condition), #condition, __LINE__)
 
 bool operator==(const ScalingChoice& a, const ScalingChoice& b)
 {
@@ -385,6 +371,5 @@ int main(int argc, char** argv)
 #else
     GatheredFromX(screenGiven, width, height);
 #endif
-    std::cout << "tst_display_info: " << passed << " passed, " << failed << " failed" << std::endl;
-    return failed == 0 ? 0 : 1;
+    return PlainTest::Summary("tst_display_info");
 }

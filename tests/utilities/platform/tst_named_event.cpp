@@ -3,6 +3,7 @@
 //   tst_named_event signal <name>      (child) opens the event and signals it
 //   tst_named_event wait <name>        (child) opens the event and waits for one signal
 
+#include "plain_test.h"
 #include <qt_halvo/utilities/platform/named_event_p.h>
 
 #include <atomic>
@@ -25,21 +26,6 @@ using Result = NamedEvent::WaitResult;
 using Clock = std::chrono::steady_clock;
 
 namespace {
-
-int passed = 0;
-int failed = 0;
-
-void Check(bool condition, const char* what, int line)
-{
-    if (condition) {
-        ++passed;
-        return;
-    }
-    ++failed;
-    std::cout << "FAIL line " << line << ": " << what << std::endl;
-}
-
-#define CHECK(condition) Check((condition), #condition, __LINE__)
 
 // Generous: only guards against a wait that never ends.
 constexpr int kLongWait = 5000;
@@ -324,6 +310,5 @@ int main(int argc, char** argv)
     InterruptEndsAPendingWait();
     ListeningLoopSeesSignalsAndStops();
     FailedCreationFailsSilently();
-    std::cout << "tst_named_event: " << passed << " passed, " << failed << " failed" << std::endl;
-    return failed == 0 ? 0 : 1;
+    return PlainTest::Summary("tst_named_event");
 }

@@ -1,6 +1,7 @@
 // Loading libraries at run time, on Linux and (cross-compiled, under wine) on Windows.
 //   tst_shared_library <default logging library> <scratch folder>
 
+#include "plain_test.h"
 #include <qt_halvo/utilities/platform/shared_library_p.h>
 #include <qt_halvo_logging.h>
 
@@ -15,21 +16,6 @@
 using namespace OrvantaQT::Platform;
 
 namespace {
-
-int passed = 0;
-int failed = 0;
-
-void Check(bool condition, const char* what, int line)
-{
-    if (condition) {
-        ++passed;
-        return;
-    }
-    ++failed;
-    std::cout << "FAIL line " << line << ": " << what << std::endl;
-}
-
-#define CHECK(condition) Check((condition), #condition, __LINE__)
 
 std::string BaseName(std::string path)
 {
@@ -123,6 +109,5 @@ int main(int argc, char** argv)
     ModuleDirectoryHoldsThisProgram(argv[0]);
     FailuresAreReportedNotThrown();
     DefaultLoggingLibraryLoadsAndLogs(argv[1], argv[2]);
-    std::cout << "tst_shared_library: " << passed << " passed, " << failed << " failed" << std::endl;
-    return failed == 0 ? 0 : 1;
+    return PlainTest::Summary("tst_shared_library");
 }

@@ -4,6 +4,7 @@
 #include <qt_halvo/qt_halvo_global.h>
 #include <qt_halvo/qt_halvo_version.h>
 
+#include <qt_halvo/animation/two_state_animator.h>
 #include <qt_halvo/application/application.h>
 #include <qt_halvo/application/inter_process_event.h>
 #include <qt_halvo/application/run_async.h>

@@ -11,5 +11,7 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
          [&theme] { return CreateStyleConstantsPage(theme); }},
         //: Page list entry: the measured displays, the chosen scale factor and the graphics back-end.
         {QStringLiteral("display"), QCoreApplication::translate("Gallery", "Display and scaling"), CreateDisplayPage},
+        //: Page list entry: the animated widgets and effects.
+        {QStringLiteral("animation"), QCoreApplication::translate("Gallery", "Animation"), CreateAnimationPage},
     };
 }

@@ -24,3 +24,4 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme);
 QWidget* CreateOverviewPage();
 QWidget* CreateStyleConstantsPage(GalleryTheme& theme);
 QWidget* CreateDisplayPage();
+QWidget* CreateAnimationPage();

@@ -4,6 +4,11 @@
 #include <qt_halvo/qt_halvo_global.h>
 #include <qt_halvo/qt_halvo_version.h>
 
+#include <qt_halvo/animation/alpha_animation_controller.h>
+#include <qt_halvo/animation/animated_effect.h>
+#include <qt_halvo/animation/disappearing_widget.h>
+#include <qt_halvo/animation/graphics_background_blur_effect.h>
+#include <qt_halvo/animation/opacity_animation_controller.h>
 #include <qt_halvo/animation/two_state_animator.h>
 #include <qt_halvo/application/application.h>
 #include <qt_halvo/application/inter_process_event.h>

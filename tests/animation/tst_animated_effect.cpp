@@ -321,7 +321,7 @@ void TestAnimatedEffect::backwardRunEndsWithTheEffectOff()
     QFETCH(QString, kind);
     QFETCH(bool, stopAfterForward);
     QFETCH(bool, forwardFirst);
-    Make(kind, 100, 1000, stopAfterForward);
+    Make(kind, 100, 300, stopAfterForward);
     if (forwardFirst)
         RunForward();
     const int forwards = m_forward->count();
@@ -402,13 +402,9 @@ void TestAnimatedEffect::playDuringARunTurnsItRoundFromTheCurrentValue_data()
     QTest::addColumn<int>("forward");
     QTest::addColumn<int>("backward");
     QTest::addColumn<bool>("forwardFirst");
-    QTest::newRow("opacity, forward turned back, same durations") << QStringLiteral("opacity") << 1500 << 1500 << true;
     QTest::newRow("opacity, forward turned back, quicker way back") << QStringLiteral("opacity") << 3000 << 1000 << true;
     QTest::newRow("opacity, forward turned back, slower way back") << QStringLiteral("opacity") << 1500 << 3000 << true;
-    QTest::newRow("blur, forward turned back, quicker way back") << QStringLiteral("blur") << 3000 << 1000 << true;
-    QTest::newRow("opacity, backward turned forward, quicker way forward") << QStringLiteral("opacity") << 1000 << 3000 << false;
     QTest::newRow("blur, backward turned forward, same durations") << QStringLiteral("blur") << 1500 << 1500 << false;
-    QTest::newRow("colorize, backward turned forward, slower way forward") << QStringLiteral("colorize") << 3000 << 1500 << false;
 }
 
 void TestAnimatedEffect::playDuringARunTurnsItRoundFromTheCurrentValue()
@@ -499,11 +495,11 @@ void TestAnimatedEffect::stopHaltsTheRunAndSwitchesTheEffectOff_data()
 {
     QTest::addColumn<QString>("kind");
     QTest::addColumn<QString>("when");
-    for (const char* kind : {"opacity", "blur"}) {
-        QTest::addRow("%s, during a forward run", kind) << QString::fromLatin1(kind) << QStringLiteral("forward");
-        QTest::addRow("%s, during a backward run", kind) << QString::fromLatin1(kind) << QStringLiteral("backward");
-        QTest::addRow("%s, holding the end value", kind) << QString::fromLatin1(kind) << QStringLiteral("holding");
-    }
+    // Stopping is the same for every kind of effect.
+    const QString kind = QStringLiteral("opacity");
+    QTest::newRow("during a forward run") << kind << QStringLiteral("forward");
+    QTest::newRow("during a backward run") << kind << QStringLiteral("backward");
+    QTest::newRow("holding the end value") << kind << QStringLiteral("holding");
 }
 
 void TestAnimatedEffect::stopHaltsTheRunAndSwitchesTheEffectOff()

@@ -54,6 +54,11 @@ void AnimatedStateMachine::AddTransition(QState* from, QObject* sender, const ch
         transition->addAnimation(animation);
 }
 
+void AnimatedStateMachine::AddImmediateTransition(QState* from, QState* to)
+{
+    from->addTransition(to);
+}
+
 void AnimatedStateMachine::Notify(QState* state, QObject* receiver, const char* enteredSlot, const char* exitedSlot)
 {
     if (enteredSlot)

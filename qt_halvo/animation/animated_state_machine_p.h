@@ -47,6 +47,9 @@ public:
     void AddTransition(QState* from, QObject* sender, const char* signal, QState* to,
                        std::initializer_list<QAbstractAnimation*> animations = {});
 
+    // From `from` to `to` as soon as `from` is entered.
+    void AddImmediateTransition(QState* from, QState* to);
+
     // Calls the owner's enteredSlot and exitedSlot (SLOT() strings; null for none) when
     // the state is entered and left.
     void Notify(QState* state, QObject* receiver, const char* enteredSlot, const char* exitedSlot);

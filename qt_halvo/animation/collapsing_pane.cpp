@@ -1,0 +1,324 @@
+#include <qt_halvo/animation/collapsing_pane.h>
+
+#include "animated_state_machine_p.h"
+
+#include <QtCore/QPropertyAnimation>
+#include <QtCore/QState>
+#include <QtCore/QStateMachine>
+#include <QtGui/QPixmap>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QVBoxLayout>
+
+namespace OrvantaQT {
+
+namespace {
+
+constexpr QEasingCurve::Type kDefaultEasing = QEasingCurve::OutQuart;
+constexpr unsigned int kDefaultDuration = 700;
+
+} // namespace
+
+CollapsingPane::CollapsingPane(QWidget* parent)
+    : QWidget(parent)
+    , m_fakeWidget(new QLabel(this))
+{
+    m_fakeWidget->hide();
+    QWidget::setVisible(false);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSizeConstraint(QLayout::SetDefaultConstraint);
+    InitStateMachine();
+}
+
+CollapsingPane::~CollapsingPane()
+{
+    // The animations have no parent; the machine, which lists them, goes first.
+    delete m_machine->Machine();
+    delete m_maximumHeightAnimation;
+    delete m_minimumHeightAnimation;
+}
+
+QWidget* CollapsingPane::widget() const
+{
+    return m_widget;
+}
+
+bool CollapsingPane::GetInitiallyOpened() const
+{
+    return m_initiallyOpened;
+}
+
+void CollapsingPane::SetInitiallyOpened(bool opened)
+{
+    m_initiallyOpened = opened;
+    if (IsMachineRunning())
+        setVisible(m_initiallyOpened);
+}
+
+void CollapsingPane::ResetInitiallyOpened()
+{
+    SetInitiallyOpened(false);
+}
+
+QEasingCurve::Type CollapsingPane::GetEasing() const
+{
+    return m_easing;
+}
+
+void CollapsingPane::SetEasing(QEasingCurve::Type easing)
+{
+    m_easing = easing;
+    for (QPropertyAnimation* animation : {m_maximumHeightAnimation.data(), m_minimumHeightAnimation.data()}) {
+        if (animation)
+            animation->setEasingCurve(QEasingCurve(easing));
+    }
+}
+
+void CollapsingPane::ResetEasing()
+{
+    SetEasing(kDefaultEasing);
+}
+
+unsigned int CollapsingPane::GetDuration() const
+{
+    return m_duration;
+}
+
+void CollapsingPane::SetDuration(unsigned int duration)
+{
+    m_duration = duration;
+    for (QPropertyAnimation* animation : {m_maximumHeightAnimation.data(), m_minimumHeightAnimation.data()}) {
+        if (animation)
+            animation->setDuration(static_cast<int>(duration));
+    }
+}
+
+void CollapsingPane::ResetDuration()
+{
+    SetDuration(kDefaultDuration);
+}
+
+void CollapsingPane::setVisible(bool visible)
+{
+    if (!IsMachineRunning()) {
+        m_initiallyOpened = visible;
+        return;
+    }
+    if (visible)
+        Q_EMIT DoShow();
+    else
+        Q_EMIT DoHide();
+}
+
+void CollapsingPane::setWidget(QWidget* widget)
+{
+    if (widget == m_widget)
+        return;
+    if (m_widget)
+        m_widget->deleteLater();
+    m_widget = widget;
+    if (!widget)
+        return;
+    widget->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    widget->setParent(this);
+    layout()->addWidget(widget);
+    AdjustHeight();
+}
+
+void CollapsingPane::setExpanded(bool expanded)
+{
+    if (!IsMachineRunning()) {
+        m_initiallyOpened = expanded;
+        return;
+    }
+    if (expanded)
+        Q_EMIT DoExpand();
+    else
+        Q_EMIT DoCollapse();
+}
+
+void CollapsingPane::setCollapsed(bool collapsed)
+{
+    setExpanded(!collapsed);
+}
+
+void CollapsingPane::reverseState()
+{
+    Q_EMIT ReverseState();
+}
+
+void CollapsingPane::AdjustHeight()
+{
+    const int height = GetWidgetHeight();
+    m_machine->SetAssignment(m_openingState, {this, "maximumHeight", height});
+    m_machine->SetAssignment(m_openingState, {this, "minimumHeight", height});
+}
+
+void CollapsingPane::collapse()
+{
+    setExpanded(false);
+}
+
+void CollapsingPane::expand()
+{
+    setExpanded(true);
+}
+
+void CollapsingPane::OnClosedStateEntered()
+{
+    QWidget::setVisible(false);
+    setFixedHeight(0);
+    Q_EMIT Collapsed();
+    Q_EMIT Collapsed(true);
+}
+
+void CollapsingPane::OnClosedStateExited()
+{
+    QWidget::setVisible(true);
+    ShowFakeWidget();
+    AdjustHeight();
+    Q_EMIT Collapsed(false);
+}
+
+void CollapsingPane::OnOpenedStateEntered()
+{
+    setMinimumHeight(0);
+    setMaximumHeight(QWIDGETSIZE_MAX);
+    HideFakeWidget();
+    QWidget::setVisible(true);
+    Q_EMIT Expanded();
+    Q_EMIT Expanded(true);
+}
+
+void CollapsingPane::OnOpenedStateExited()
+{
+    setFixedHeight(GetWidgetHeight());
+    ShowFakeWidget();
+    Q_EMIT Expanded(false);
+}
+
+void CollapsingPane::OnInitialStateEntered()
+{
+    if (m_initiallyOpened)
+        Q_EMIT DoShow();
+    else
+        Q_EMIT DoHide();
+}
+
+int CollapsingPane::GetWidgetHeight() const
+{
+    if (!m_widget)
+        return 0;
+    const int minimumHeight = m_widget->minimumSize().height();
+    return minimumHeight != 0 ? minimumHeight : m_widget->sizeHint().height();
+}
+
+void CollapsingPane::ShowFakeWidget()
+{
+    if (!m_widget)
+        return;
+    layout()->removeWidget(m_widget);
+    m_widget->hide();
+    const QSize size(width(), GetWidgetHeight());
+    m_widget->resize(size);
+
+    const qreal ratio = m_widget->devicePixelRatioF();
+    QPixmap snapshot(size * ratio);
+    snapshot.setDevicePixelRatio(ratio);
+    snapshot.fill(Qt::transparent);
+    m_widget->render(&snapshot, QPoint(), QRegion(), QWidget::DrawChildren);
+
+    m_fakeWidget->setPixmap(snapshot);
+    m_fakeWidget->resize(size);
+    m_fakeWidget->show();
+}
+
+void CollapsingPane::HideFakeWidget()
+{
+    if (!m_widget)
+        return;
+    m_fakeWidget->hide();
+    layout()->addWidget(m_widget);
+    m_widget->show();
+}
+
+void CollapsingPane::InitStateMachine()
+{
+    m_machine = std::make_unique<AnimatedStateMachine>(this);
+    AnimatedStateMachine& machine = *m_machine;
+    const auto toZero = {AnimatedStateMachine::Assignment{this, "maximumHeight", 0},
+                         AnimatedStateMachine::Assignment{this, "minimumHeight", 0}};
+    m_initialState = machine.AddState("InitialState");
+    m_openedState = machine.AddState("OpenedState");
+    m_openingState = machine.AddState("OpeningState", toZero);
+    m_closingState = machine.AddState("ClosingState", toZero);
+    m_closedState = machine.AddState("ClosedState");
+    m_closedAfterState = machine.AddState("ClosedStateAfter");
+
+    QState* initial = m_initialState;
+    QState* opened = m_openedState;
+    QState* opening = m_openingState;
+    QState* closing = m_closingState;
+    QState* closed = m_closedState;
+    machine.AddTransition(initial, this, SIGNAL(DoHide()), closed);
+    machine.AddTransition(initial, this, SIGNAL(DoShow()), opened);
+    machine.AddTransition(opening, this, SIGNAL(DoCollapse()), closing);
+    machine.AddTransition(opening, opening, SIGNAL(propertiesAssigned()), opened);
+    machine.AddTransition(opening, this, SIGNAL(DoHide()), closed);
+    machine.AddTransition(opening, this, SIGNAL(DoShow()), opened);
+    machine.AddTransition(closing, this, SIGNAL(DoExpand()), opening);
+    machine.AddTransition(closing, closing, SIGNAL(propertiesAssigned()), closed);
+    machine.AddTransition(closing, this, SIGNAL(DoHide()), closed);
+    machine.AddTransition(closing, this, SIGNAL(DoShow()), opened);
+    machine.AddTransition(opened, this, SIGNAL(DoCollapse()), closing);
+    machine.AddTransition(opened, this, SIGNAL(DoHide()), closed);
+    machine.AddTransition(closed, this, SIGNAL(DoExpand()), m_closedAfterState);
+    machine.AddTransition(closed, this, SIGNAL(DoShow()), opened);
+    machine.AddImmediateTransition(m_closedAfterState, opening);
+    machine.AddTransition(opening, this, SIGNAL(ReverseState()), closing);
+    machine.AddTransition(closing, this, SIGNAL(ReverseState()), opening);
+    machine.AddTransition(opened, this, SIGNAL(ReverseState()), closing);
+    machine.AddTransition(closed, this, SIGNAL(ReverseState()), opening);
+
+    machine.Notify(closed, this, SLOT(OnClosedStateEntered()), SLOT(OnClosedStateExited()));
+    machine.Notify(opened, this, SLOT(OnOpenedStateEntered()), SLOT(OnOpenedStateExited()));
+    machine.Notify(initial, this, SLOT(OnInitialStateEntered()), nullptr);
+
+    InitAnimation();
+    machine.Start(initial);
+}
+
+void CollapsingPane::InitAnimation()
+{
+    QStateMachine* machine = m_machine->Machine();
+    const auto makeAnimation = [this, machine](const char* property) {
+        auto* animation = new QPropertyAnimation(this, property);
+        animation->setEasingCurve(QEasingCurve(m_easing));
+        animation->setDuration(static_cast<int>(m_duration));
+        machine->addDefaultAnimation(animation);
+        return animation;
+    };
+    m_maximumHeightAnimation = makeAnimation("maximumHeight");
+    connect(m_maximumHeightAnimation, &QPropertyAnimation::valueChanged, this,
+            &CollapsingPane::EmitExpandingWhileMoving);
+    m_minimumHeightAnimation = makeAnimation("minimumHeight");
+}
+
+bool CollapsingPane::IsMachineRunning() const
+{
+    return m_machine->Machine()->isRunning();
+}
+
+void CollapsingPane::EmitExpandingWhileMoving()
+{
+    const QSet<QAbstractState*> configuration = m_machine->Machine()->configuration();
+    for (QAbstractState* state : {m_openingState.data(), m_openedState.data(), m_closingState.data(),
+                                  m_closedState.data()}) {
+        if (state && configuration.contains(state)) {
+            Q_EMIT Expanding();
+            return;
+        }
+    }
+}
+
+} // namespace OrvantaQT

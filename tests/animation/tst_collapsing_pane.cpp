@@ -1,0 +1,439 @@
+#include <qt_halvo/animation/collapsing_pane.h>
+
+#include <QtGui/QPainter>
+#include <QtTest/QtTest>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLayout>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QVBoxLayout>
+
+using OrvantaQT::CollapsingPane;
+
+namespace {
+
+constexpr int kWidgetSizeMax = 16777215;
+const QColor kSwatchColour(200, 30, 40);
+
+// A block of solid colour, so that the snapshot can be checked pixel by pixel.
+class Swatch : public QWidget
+{
+public:
+    Swatch() { setFixedSize(60, 40); }
+
+protected:
+    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), kSwatchColour); }
+};
+
+// Content that counts how often it is resized, to show it is not laid out per frame.
+class Form : public QWidget
+{
+public:
+    Form()
+    {
+        auto* layout = new QVBoxLayout(this);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(new Swatch);
+        layout->addWidget(new QLineEdit);
+    }
+    int resizes = 0;
+
+protected:
+    void resizeEvent(QResizeEvent*) override { ++resizes; }
+};
+
+bool InLayout(QWidget* container, QWidget* widget)
+{
+    return container->layout()->indexOf(widget) >= 0;
+}
+
+// A shown window holding a pane (with a form in it) above a stretch.
+struct Fixture
+{
+    explicit Fixture(int duration = 300)
+    {
+        auto* layout = new QVBoxLayout(&window);
+        pane = new CollapsingPane;
+        pane->SetDuration(static_cast<unsigned>(duration));
+        pane->SetEasing(QEasingCurve::Linear);
+        form = new Form;
+        pane->setWidget(form);
+        layout->addWidget(pane);
+        layout->addStretch();
+        window.resize(300, 400);
+        QObject::connect(pane, QOverload<>::of(&CollapsingPane::Collapsed), [this] { log << "Collapsed()"; });
+        QObject::connect(pane, QOverload<bool>::of(&CollapsingPane::Collapsed),
+                         [this](bool on) { log << QStringLiteral("Collapsed(%1)").arg(on ? "true" : "false"); });
+        QObject::connect(pane, QOverload<>::of(&CollapsingPane::Expanded), [this] { log << "Expanded()"; });
+        QObject::connect(pane, QOverload<bool>::of(&CollapsingPane::Expanded),
+                         [this](bool on) { log << QStringLiteral("Expanded(%1)").arg(on ? "true" : "false"); });
+        QObject::connect(pane, &CollapsingPane::Expanding, [this] {
+            heights << pane->maximumHeight();
+            QWidget* content = pane->widget();
+            snapshotShown = snapshotShown && Snapshot() && Snapshot()->isVisible() && !(content && content->isVisible());
+            formResizes << (form ? form->resizes : -1);
+        });
+    }
+
+    void Show()
+    {
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+    }
+
+    QLabel* Snapshot() const
+    {
+        for (QLabel* label : pane->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly)) {
+            if (label != pane->widget())
+                return label;
+        }
+        return nullptr;
+    }
+
+    void ClearRecords()
+    {
+        log.clear();
+        heights.clear();
+        formResizes.clear();
+        snapshotShown = true;
+    }
+
+    bool RestsOpened() const
+    {
+        return pane->isVisible() && pane->minimumHeight() == 0 && pane->maximumHeight() == kWidgetSizeMax
+            && pane->widget()->isVisible() && InLayout(pane, pane->widget()) && !Snapshot()->isVisible();
+    }
+
+    bool RestsClosed() const
+    {
+        return !pane->isVisible() && pane->minimumHeight() == 0 && pane->maximumHeight() == 0;
+    }
+
+    QWidget window;
+    CollapsingPane* pane = nullptr;
+    QPointer<Form> form;
+    QStringList log;
+    QVector<int> heights;
+    QVector<int> formResizes;
+    bool snapshotShown = true;
+};
+
+bool IsMonotonic(const QVector<int>& values, bool rising)
+{
+    for (int i = 1; i < values.size(); ++i) {
+        if (rising ? values[i] < values[i - 1] : values[i] > values[i - 1])
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+class TestCollapsingPane : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void settlesInTheRequestedStateWithoutAnimation_data();
+    void settlesInTheRequestedStateWithoutAnimation();
+    void expandsAndCollapsesBehindASnapshot();
+    void opposingRequestTurnsTheMotionRound_data();
+    void opposingRequestTurnsTheMotionRound();
+    void requestsThatDoNotFitAreIgnored();
+    void showAndHideJumpAtOnce();
+    void initiallyOpenedWhileRunningShowsOrHides();
+    void openingTargetIsTakenWhenAdjusted();
+    void contentHeightComesFromMinimumOrSizeHint();
+    void setWidgetReplacesAndDeletesTheOldLater();
+    void withoutContentOpensToZero();
+};
+
+void TestCollapsingPane::settlesInTheRequestedStateWithoutAnimation_data()
+{
+    QTest::addColumn<QString>("request");
+    QTest::addColumn<bool>("opened");
+
+    QTest::newRow("nothing") << QString() << false;
+    QTest::newRow("expand()") << "expand" << true;
+    QTest::newRow("collapse() after expand()") << "expand,collapse" << false;
+    QTest::newRow("setVisible(true)") << "show" << true;
+    QTest::newRow("setCollapsed(false)") << "uncollapse" << true;
+    QTest::newRow("SetInitiallyOpened(true)") << "initially" << true;
+    QTest::newRow("reset after SetInitiallyOpened(true)") << "initially,reset" << false;
+}
+
+void TestCollapsingPane::settlesInTheRequestedStateWithoutAnimation()
+{
+    QFETCH(QString, request);
+    QFETCH(bool, opened);
+
+    Fixture f;
+    for (const QString& step : request.split(',', Qt::SkipEmptyParts)) {
+        if (step == "expand")
+            f.pane->expand();
+        else if (step == "collapse")
+            f.pane->collapse();
+        else if (step == "show")
+            f.pane->setVisible(true);
+        else if (step == "uncollapse")
+            f.pane->setCollapsed(false);
+        else if (step == "initially")
+            f.pane->SetInitiallyOpened(true);
+        else if (step == "reset")
+            f.pane->ResetInitiallyOpened();
+    }
+    QCOMPARE(f.pane->GetInitiallyOpened(), opened);
+    QVERIFY(!f.pane->isVisible());
+    f.Show();
+
+    const QStringList expected = opened ? QStringList{"Expanded()", "Expanded(true)"}
+                                        : QStringList{"Collapsed()", "Collapsed(true)"};
+    QTRY_COMPARE(f.log, expected);
+    QCOMPARE(opened ? f.RestsOpened() : f.RestsClosed(), true);
+    QVERIFY(f.heights.isEmpty());
+    if (opened)
+        QTRY_COMPARE(f.pane->height(), f.form->sizeHint().height());
+}
+
+void TestCollapsingPane::expandsAndCollapsesBehindASnapshot()
+{
+    Fixture f;
+    f.Show();
+    QTRY_VERIFY(f.RestsClosed());
+    const int contentHeight = f.form->sizeHint().height();
+    f.ClearRecords();
+
+    f.pane->expand();
+    QCOMPARE(f.log, QStringList{"Collapsed(false)"});
+    QVERIFY(f.Snapshot()->isVisible());
+    QVERIFY(!InLayout(f.pane, f.form));
+    QCOMPARE(f.Snapshot()->size(), QSize(f.pane->width(), contentHeight));
+    // The picture is the form as painted: the swatch at its top-left corner.
+    const QImage picture = f.Snapshot()->pixmap(Qt::ReturnByValue).toImage();
+    QCOMPARE(picture.pixelColor(5, 5), kSwatchColour);
+    QCOMPARE(picture.pixelColor(59, 39), kSwatchColour);
+
+    QTRY_COMPARE(f.log, (QStringList{"Collapsed(false)", "Expanded()", "Expanded(true)"}));
+    QVERIFY2(f.heights.size() > 2, "Expanding() on every step");
+    QVERIFY(IsMonotonic(f.heights, true));
+    QCOMPARE(f.heights.last(), contentHeight);
+    QVERIFY(f.snapshotShown);
+    QVERIFY2(std::all_of(f.formResizes.cbegin(), f.formResizes.cend(),
+                         [&f](int resizes) { return resizes == f.formResizes.first(); }),
+             "the live content is not resized while the pane moves");
+    QVERIFY(f.RestsOpened());
+    QTRY_COMPARE(f.pane->height(), contentHeight);
+
+    f.ClearRecords();
+    f.pane->collapse();
+    QCOMPARE(f.log, QStringList{"Expanded(false)"});
+    QVERIFY(f.Snapshot()->isVisible());
+    QTRY_COMPARE(f.log, (QStringList{"Expanded(false)", "Collapsed()", "Collapsed(true)"}));
+    QVERIFY2(f.heights.size() > 2, "Expanding() is emitted while collapsing too");
+    QVERIFY(IsMonotonic(f.heights, false));
+    QCOMPARE(f.heights.last(), 0);
+    QVERIFY(f.snapshotShown);
+    QVERIFY(f.RestsClosed());
+}
+
+void TestCollapsingPane::opposingRequestTurnsTheMotionRound_data()
+{
+    QTest::addColumn<bool>("opening");
+    QTest::addColumn<bool>("byReverseState");
+
+    QTest::newRow("opening, DoCollapse()") << true << false;
+    QTest::newRow("opening, ReverseState()") << true << true;
+    QTest::newRow("closing, DoExpand()") << false << false;
+    QTest::newRow("closing, ReverseState()") << false << true;
+}
+
+void TestCollapsingPane::opposingRequestTurnsTheMotionRound()
+{
+    QFETCH(bool, opening);
+    QFETCH(bool, byReverseState);
+
+    Fixture f(600);
+    if (!opening)
+        f.pane->expand();
+    f.Show();
+    QTRY_COMPARE(f.log.size(), 2);
+    const int contentHeight = f.form->sizeHint().height();
+    f.ClearRecords();
+
+    f.pane->setExpanded(opening);
+    QTRY_VERIFY(!f.heights.isEmpty() && qAbs(f.heights.last() - contentHeight / 2) < contentHeight / 4);
+    const int turningHeight = f.heights.last();
+    const int stepsBefore = f.heights.size();
+    if (byReverseState)
+        f.pane->reverseState();
+    else
+        f.pane->setExpanded(!opening);
+
+    QStringList settled = opening ? QStringList{"Collapsed()", "Collapsed(true)"} : QStringList{"Expanded()", "Expanded(true)"};
+    QTRY_COMPARE(f.log.mid(1), settled);
+    const QVector<int> after = f.heights.mid(stepsBefore);
+    QVERIFY(after.size() > 1);
+    // From where it was, back the way it came, without a jump to either end first.
+    QVERIFY2(IsMonotonic(after, !opening), qPrintable(QTest::toString(after.size())));
+    QVERIFY(opening ? after.first() <= turningHeight : after.first() >= turningHeight);
+    QVERIFY(after.first() > 0 && after.first() < contentHeight);
+    QCOMPARE(after.last(), opening ? 0 : contentHeight);
+    QVERIFY(opening ? f.RestsClosed() : f.RestsOpened());
+}
+
+void TestCollapsingPane::requestsThatDoNotFitAreIgnored()
+{
+    Fixture f;
+    f.pane->expand();
+    f.Show();
+    QTRY_COMPARE(f.log.size(), 2);
+    f.ClearRecords();
+
+    f.pane->expand();
+    f.pane->setCollapsed(false);
+    QTest::qWait(50);
+    QVERIFY(f.log.isEmpty());
+    QVERIFY(f.heights.isEmpty());
+
+    f.pane->setVisible(false);
+    QCOMPARE(f.log, (QStringList{"Expanded(false)", "Collapsed()", "Collapsed(true)"}));
+    f.ClearRecords();
+    f.pane->setVisible(false);
+    f.pane->collapse();
+    QTest::qWait(50);
+    QVERIFY(f.log.isEmpty());
+    QVERIFY(f.RestsClosed());
+}
+
+void TestCollapsingPane::showAndHideJumpAtOnce()
+{
+    Fixture f(600);
+    f.Show();
+    QTRY_VERIFY(f.RestsClosed());
+    f.ClearRecords();
+
+    f.pane->expand();
+    QTRY_VERIFY(!f.heights.isEmpty());
+    f.pane->show();
+    QCOMPARE(f.log, (QStringList{"Collapsed(false)", "Expanded()", "Expanded(true)"}));
+    QVERIFY(f.RestsOpened());
+    const int steps = f.heights.size();
+    QTest::qWait(100);
+    QCOMPARE(f.heights.size(), steps);
+
+    f.ClearRecords();
+    f.pane->collapse();
+    QTRY_VERIFY(!f.heights.isEmpty());
+    f.pane->hide();
+    QCOMPARE(f.log, (QStringList{"Expanded(false)", "Collapsed()", "Collapsed(true)"}));
+    QVERIFY(f.RestsClosed());
+}
+
+void TestCollapsingPane::initiallyOpenedWhileRunningShowsOrHides()
+{
+    Fixture f;
+    f.Show();
+    QTRY_VERIFY(f.RestsClosed());
+    f.ClearRecords();
+
+    f.pane->SetInitiallyOpened(true);
+    QCOMPARE(f.log, (QStringList{"Collapsed(false)", "Expanded()", "Expanded(true)"}));
+    QVERIFY(f.heights.isEmpty());
+    f.pane->ResetInitiallyOpened();
+    QVERIFY(!f.pane->GetInitiallyOpened());
+    QVERIFY(f.RestsClosed());
+}
+
+void TestCollapsingPane::openingTargetIsTakenWhenAdjusted()
+{
+    Fixture f(400);
+    f.pane->expand();
+    f.Show();
+    QTRY_VERIFY(f.RestsOpened());
+    const int oldHeight = f.form->sizeHint().height();
+
+    // Leaving the opened state fixes the opening target at the current content height;
+    // growing the content while closing does not move it.
+    f.pane->collapse();
+    QTRY_VERIFY(!f.heights.isEmpty());
+    f.form->setMinimumHeight(oldHeight + 30);
+    f.pane->expand();
+    QTRY_VERIFY(f.RestsOpened());
+    QCOMPARE(f.heights.last(), oldHeight);
+
+    // Passing through the closed state adjusts it again.
+    f.pane->hide();
+    f.ClearRecords();
+    f.pane->expand();
+    QTRY_VERIFY(f.RestsOpened());
+    QCOMPARE(f.heights.last(), oldHeight + 30);
+}
+
+void TestCollapsingPane::contentHeightComesFromMinimumOrSizeHint()
+{
+    Fixture f(60);
+    f.Show();
+    QTRY_VERIFY(f.RestsClosed());
+    f.pane->expand();
+    QTRY_VERIFY(f.RestsOpened());
+    QCOMPARE(f.heights.last(), f.form->sizeHint().height());
+
+    f.pane->collapse();
+    QTRY_VERIFY(f.RestsClosed());
+    f.form->setMinimumHeight(f.form->sizeHint().height() + 17);
+    f.ClearRecords();
+    f.pane->expand();
+    QTRY_VERIFY(f.RestsOpened());
+    QCOMPARE(f.heights.last(), f.form->minimumHeight());
+}
+
+void TestCollapsingPane::setWidgetReplacesAndDeletesTheOldLater()
+{
+    Fixture f(60);
+    f.pane->expand();
+    f.Show();
+    QTRY_VERIFY(f.RestsOpened());
+
+    f.pane->setWidget(f.form);
+    QCOMPARE(f.pane->layout()->count(), 1);
+
+    QPointer<QWidget> old = f.pane->widget();
+    auto* replacement = new QLabel(QStringLiteral("replacement"));
+    replacement->setMinimumHeight(120);
+    f.pane->setWidget(replacement);
+    QCOMPARE(f.pane->widget(), replacement);
+    QCOMPARE(replacement->parentWidget(), f.pane);
+    QVERIFY(InLayout(f.pane, replacement));
+    QCOMPARE(replacement->sizePolicy().horizontalPolicy(), QSizePolicy::Preferred);
+    QCOMPARE(replacement->sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
+    QVERIFY(old);
+    QTRY_VERIFY(!old);
+
+    // The new content's height is the next opening target.
+    f.pane->hide();
+    f.ClearRecords();
+    f.pane->expand();
+    QTRY_VERIFY(f.RestsOpened());
+    QCOMPARE(f.heights.last(), 120);
+}
+
+void TestCollapsingPane::withoutContentOpensToZero()
+{
+    QWidget window;
+    auto* pane = new CollapsingPane(&window);
+    pane->SetDuration(60);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QSignalSpy expanded(pane, QOverload<>::of(&CollapsingPane::Expanded));
+    QTRY_VERIFY(!pane->isVisible() && pane->maximumHeight() == 0);
+
+    pane->expand();
+    QTRY_COMPARE(expanded.count(), 1);
+    QVERIFY(pane->isVisible());
+    QCOMPARE(pane->widget(), nullptr);
+    pane->setWidget(nullptr);
+    pane->collapse();
+    QTRY_VERIFY(!pane->isVisible());
+}
+
+QTEST_MAIN(TestCollapsingPane)
+#include "tst_collapsing_pane.moc"

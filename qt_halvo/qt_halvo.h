@@ -8,6 +8,7 @@
 #include <qt_halvo/animation/animated_effect.h>
 #include <qt_halvo/animation/collapsing_pane.h>
 #include <qt_halvo/animation/disappearing_widget.h>
+#include <qt_halvo/animation/expand_animation.h>
 #include <qt_halvo/animation/graphics_background_blur_effect.h>
 #include <qt_halvo/animation/opacity_animation_controller.h>
 #include <qt_halvo/animation/two_state_animator.h>

@@ -21,7 +21,12 @@ GraphicsBackgroundBlurEffect::~GraphicsBackgroundBlurEffect() = default;
 
 void GraphicsBackgroundBlurEffect::draw(QPainter* painter)
 {
+    // Below a radius of 1 the base class paints the widget through this painter's
+    // engine with painters of its own, which leave the engine holding a state that is
+    // gone; restore() hands it this painter's state again.
+    painter->save();
     QGraphicsBlurEffect::draw(painter);
+    painter->restore();
     if (!m_widget || !m_foreground)
         return;
     // The painter is in the blurred widget's coordinates; the foreground may sit

@@ -5,13 +5,17 @@
 QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
 {
     return {
-        {QStringLiteral("overview"), QCoreApplication::translate("Gallery", "Overview"), CreateOverviewPage},
+        {QStringLiteral("overview"), QCoreApplication::translate("Gallery", "Overview"), CreateOverviewPage, 0, {}},
         //: Page list entry: the named values the gallery's stylesheet uses, and its colour table.
         {QStringLiteral("style_constants"), QCoreApplication::translate("Gallery", "Style constants"),
-         [&theme] { return CreateStyleConstantsPage(theme); }},
+         [&theme] { return CreateStyleConstantsPage(theme); }, 0, {}},
         //: Page list entry: the measured displays, the chosen scale factor and the graphics back-end.
-        {QStringLiteral("display"), QCoreApplication::translate("Gallery", "Display and scaling"), CreateDisplayPage},
+        {QStringLiteral("display"), QCoreApplication::translate("Gallery", "Display and scaling"), CreateDisplayPage, 0, {}},
         //: Page list entry: the animated widgets and effects.
-        {QStringLiteral("animation"), QCoreApplication::translate("Gallery", "Animation"), CreateAnimationPage},
+        {QStringLiteral("animation"), QCoreApplication::translate("Gallery", "Animation"), CreateAnimationPage, 0,
+         AnimationPageMoments()},
+        //: Page list entry: the collapsing pane and the expand animation.
+        {QStringLiteral("expanding"), QCoreApplication::translate("Gallery", "Collapse and expand"),
+         CreateExpandingPage, 0, ExpandingPageMoments()},
     };
 }

@@ -8,6 +8,14 @@
 class GalleryTheme;
 class QWidget;
 
+// A further picture of a page, taken after doing something on it: "<id>_<suffix>.png".
+struct GalleryMoment
+{
+    QString suffix;
+    std::function<void(QWidget* page)> action; // may be empty: the picture is just taken later
+    int settleMilliseconds = 0;                // from the action to the picture
+};
+
 // One page of the gallery: a live demonstration of one widget family.
 struct GalleryPage
 {
@@ -15,6 +23,7 @@ struct GalleryPage
     QString title; // shown in the page list
     std::function<QWidget*()> create;
     int settleMilliseconds = 0; // how long animations need before a picture is taken
+    QVector<GalleryMoment> moments; // pictures taken after the first one, in this order
 };
 
 // Every page, in the order of the page list. Each family's page adds itself here.
@@ -25,3 +34,6 @@ QWidget* CreateOverviewPage();
 QWidget* CreateStyleConstantsPage(GalleryTheme& theme);
 QWidget* CreateDisplayPage();
 QWidget* CreateAnimationPage();
+QVector<GalleryMoment> AnimationPageMoments();
+QWidget* CreateExpandingPage();
+QVector<GalleryMoment> ExpandingPageMoments();

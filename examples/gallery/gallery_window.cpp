@@ -64,6 +64,11 @@ const GalleryPage& GalleryWindow::Page(int index) const
     return m_pages.at(index);
 }
 
+QWidget* GalleryWindow::CurrentPageWidget() const
+{
+    return m_stack->currentWidget();
+}
+
 void GalleryWindow::ShowPage(int index)
 {
     if (index < 0 || index >= m_pages.size())

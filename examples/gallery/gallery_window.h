@@ -21,6 +21,7 @@ public:
     int PageCount() const;
     void ShowPage(int index);
     const GalleryPage& Page(int index) const;
+    QWidget* CurrentPageWidget() const;
 
 private Q_SLOTS:
     void OnThemeSwitched(bool dark);

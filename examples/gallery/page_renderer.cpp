@@ -1,5 +1,6 @@
 #include "page_renderer.h"
 
+#include "gallery_pages.h"
 #include "gallery_window.h"
 
 #include <QtCore/QDir>
@@ -18,6 +19,15 @@ void Settle(int milliseconds)
     } while (timer.elapsed() < milliseconds);
 }
 
+// 0 when written, 1 when not.
+int Save(QWidget& window, const QString& file)
+{
+    if (window.grab().save(file))
+        return 0;
+    QTextStream(stderr) << "Cannot write " << file << "\n";
+    return 1;
+}
+
 } // namespace
 
 int RenderAllPages(GalleryWindow& window, const QString& folder)
@@ -32,10 +42,13 @@ int RenderAllPages(GalleryWindow& window, const QString& folder)
     for (int i = 0; i < window.PageCount(); ++i) {
         window.ShowPage(i);
         Settle(50 + window.Page(i).settleMilliseconds);
-        const QString file = QDir(folder).filePath(window.Page(i).id + QLatin1String(".png"));
-        if (!window.grab().save(file)) {
-            err << "Cannot write " << file << "\n";
-            ++failures;
+        const GalleryPage& page = window.Page(i);
+        failures += Save(window, QDir(folder).filePath(page.id + QLatin1String(".png")));
+        for (const GalleryMoment& moment : page.moments) {
+            if (moment.action)
+                moment.action(window.CurrentPageWidget());
+            Settle(moment.settleMilliseconds);
+            failures += Save(window, QDir(folder).filePath(page.id + QLatin1Char('_') + moment.suffix + QLatin1String(".png")));
         }
     }
     return failures;

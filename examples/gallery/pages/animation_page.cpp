@@ -28,6 +28,7 @@ QWidget* CreateTwoStateDemo(QWidget* parent)
     auto* layout = new QHBoxLayout(demo);
     //: Button that switches an animated bar between its short and its long width.
     auto* button = new QPushButton(Translate("Switch"), demo);
+    button->setObjectName(QStringLiteral("BarToggle"));
     button->setCheckable(true);
     auto* bar = new QFrame(demo);
     bar->setObjectName(QStringLiteral("AnimatedBar"));
@@ -67,6 +68,7 @@ QWidget* CreateEffectsDemo(QWidget* parent)
     auto* fade = new OrvantaQT::OpacityAnimationController(faded, 400, 0.0, 1.0, 400, demo, false);
     //: Button that fades a panel out, or in again.
     auto* fadeButton = new QPushButton(Translate("Fade out"), demo);
+    fadeButton->setObjectName(QStringLiteral("FadeToggle"));
     fadeButton->setCheckable(true);
     QObject::connect(fadeButton, &QPushButton::toggled, demo, [fade, fadeButton](bool out) {
         fadeButton->setText(out ? Translate("Fade in") : Translate("Fade out"));
@@ -85,6 +87,7 @@ QWidget* CreateEffectsDemo(QWidget* parent)
     auto* blur = new OrvantaQT::AnimatedBlurEffect(blurred, 400, 0.0, 6.0, demo, 250, false, sharp);
     //: Button that blurs a panel, or takes the blur away again.
     auto* blurButton = new QPushButton(Translate("Blur"), demo);
+    blurButton->setObjectName(QStringLiteral("BlurToggle"));
     blurButton->setCheckable(true);
     QObject::connect(blurButton, &QPushButton::toggled, demo, [blur](bool on) {
         if (on)
@@ -152,4 +155,16 @@ QWidget* CreateAnimationPage()
     layout->addWidget(CreateDisappearingDemo(page));
     layout->addStretch();
     return page;
+}
+
+QVector<GalleryMoment> AnimationPageMoments()
+{
+    return {{QStringLiteral("moving"),
+             [](QWidget* page) {
+                 for (const char* name : {"BarToggle", "FadeToggle", "BlurToggle"}) {
+                     if (auto* button = page->findChild<QPushButton*>(QLatin1String(name)))
+                         button->click();
+                 }
+             },
+             200}};
 }

@@ -7,6 +7,12 @@ qt_halvo_setup build test
 
 cmake --preset dev
 cmake --build --preset dev
+# Those that measure painting run on a private X server, the rest off screen.
+on_x_server=(bench_collapsing_pane)
 for benchmark in build/dev/bin/bench_*; do
-    QT_QPA_PLATFORM=offscreen "$benchmark" "$@"
+    if [[ " ${on_x_server[*]} " == *" $(basename "$benchmark") "* ]]; then
+        tests/support/with_xvfb.sh "$benchmark" "$@"
+    else
+        QT_QPA_PLATFORM=offscreen "$benchmark" "$@"
+    fi
 done

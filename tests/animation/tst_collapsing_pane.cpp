@@ -273,7 +273,7 @@ void TestCollapsingPane::opposingRequestTurnsTheMotionRound()
     const QVector<int> after = f.heights.mid(stepsBefore);
     QVERIFY(after.size() > 1);
     // From where it was, back the way it came, without a jump to either end first.
-    QVERIFY2(IsMonotonic(after, !opening), qPrintable(QTest::toString(after.size())));
+    QVERIFY(IsMonotonic(after, !opening));
     QVERIFY(opening ? after.first() <= turningHeight : after.first() >= turningHeight);
     QVERIFY(after.first() > 0 && after.first() < contentHeight);
     QCOMPARE(after.last(), opening ? 0 : contentHeight);

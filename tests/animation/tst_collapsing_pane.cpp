@@ -145,6 +145,7 @@ private Q_SLOTS:
     void contentHeightComesFromMinimumOrSizeHint();
     void setWidgetReplacesAndDeletesTheOldLater();
     void withoutContentOpensToZero();
+    void propertiesAreReachableByNameAndReset();
 };
 
 void TestCollapsingPane::settlesInTheRequestedStateWithoutAnimation_data()
@@ -433,6 +434,36 @@ void TestCollapsingPane::withoutContentOpensToZero()
     pane->setWidget(nullptr);
     pane->collapse();
     QTRY_VERIFY(!pane->isVisible());
+}
+
+// Style sheets and Designer reach the properties by name; the resets restore the defaults
+// and the animations follow.
+void TestCollapsingPane::propertiesAreReachableByNameAndReset()
+{
+    Fixture f;
+    f.pane->setStyleSheet(QStringLiteral("OrvantaQT--CollapsingPane { qproperty-duration: 100000; qproperty-easing: InSine; }"));
+    f.pane->ensurePolished();
+    QCOMPARE(f.pane->GetDuration(), 100000u);
+    QCOMPARE(f.pane->GetEasing(), QEasingCurve::InSine);
+    f.Show();
+    QTRY_VERIFY(f.RestsClosed());
+
+    // Over 100 s the pane has hardly moved after a moment; over the default 700 ms with
+    // the default easing it would be nearly open.
+    f.pane->expand();
+    QTRY_VERIFY(!f.heights.isEmpty());
+    QTest::qWait(400);
+    QVERIFY(f.heights.last() < f.form->sizeHint().height() / 2);
+
+    f.pane->hide();
+    const QMetaObject* meta = f.pane->metaObject();
+    for (const char* name : {"initiallyOpened", "easing", "duration"})
+        QVERIFY(meta->property(meta->indexOfProperty(name)).reset(f.pane));
+    QCOMPARE(f.pane->GetDuration(), 700u);
+    QCOMPARE(f.pane->GetEasing(), QEasingCurve::OutQuart);
+    QCOMPARE(f.pane->GetInitiallyOpened(), false);
+    f.pane->expand();
+    QTRY_VERIFY(f.RestsOpened());
 }
 
 QTEST_MAIN(TestCollapsingPane)

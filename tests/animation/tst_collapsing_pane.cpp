@@ -441,10 +441,10 @@ void TestCollapsingPane::withoutContentOpensToZero()
 void TestCollapsingPane::propertiesAreReachableByNameAndReset()
 {
     Fixture f;
-    f.pane->setStyleSheet(QStringLiteral("OrvantaQT--CollapsingPane { qproperty-duration: 100000; qproperty-easing: InSine; }"));
+    f.pane->setStyleSheet(QStringLiteral("OrvantaQT--CollapsingPane { qproperty-duration: 100000; qproperty-easing: OutQuad; }"));
     f.pane->ensurePolished();
     QCOMPARE(f.pane->GetDuration(), 100000u);
-    QCOMPARE(f.pane->GetEasing(), QEasingCurve::InSine);
+    QCOMPARE(f.pane->GetEasing(), QEasingCurve::OutQuad);
     f.Show();
     QTRY_VERIFY(f.RestsClosed());
 

@@ -103,14 +103,39 @@ double Max(const QVector<double>& values)
     return values.isEmpty() ? 0 : *std::max_element(values.cbegin(), values.cend());
 }
 
-void Report(const char* what, const TimedWindow& window, int steps, int formResizes, qint64 elapsed, double cpu)
+// What one expansion costs, from construction to Report().
+class Measurement
 {
-    qInfo("%s: %d paint passes and %d animation steps in %lld ms; paint pass median %.2f ms, max %.2f ms; "
-          "layout pass median %.2f ms, max %.2f ms (%d passes); GUI thread busy %.2f ms per step; "
-          "the form was resized %d times",
-          what, window.paints.size(), steps, elapsed, Median(window.paints), Max(window.paints),
-          Median(window.layouts), Max(window.layouts), window.layouts.size(), steps ? cpu / steps : 0.0, formResizes);
-}
+public:
+    Measurement(TimedWindow& window, const Form& form)
+        : m_window(window)
+        , m_form(form)
+        , m_resizesBefore(form.resizes)
+        , m_cpuBefore(ThreadCpuMilliseconds())
+    {
+        window.paints.clear();
+        window.layouts.clear();
+        m_elapsed.start();
+    }
+
+    void Report(const char* what, int steps) const
+    {
+        const double cpu = ThreadCpuMilliseconds() - m_cpuBefore;
+        qInfo("%s: %d paint passes and %d animation steps in %lld ms; paint pass median %.2f ms, max %.2f ms; "
+              "layout pass median %.2f ms, max %.2f ms (%d passes); GUI thread busy %.2f ms per step; "
+              "the form was resized %d times",
+              what, m_window.paints.size(), steps, m_elapsed.elapsed(), Median(m_window.paints), Max(m_window.paints),
+              Median(m_window.layouts), Max(m_window.layouts), m_window.layouts.size(), steps ? cpu / steps : 0.0,
+              m_form.resizes - m_resizesBefore);
+    }
+
+private:
+    const TimedWindow& m_window;
+    const Form& m_form;
+    const int m_resizesBefore;
+    const double m_cpuBefore;
+    QElapsedTimer m_elapsed;
+};
 
 } // namespace
 
@@ -141,17 +166,11 @@ void BenchCollapsingPane::expandWithSnapshot()
     int steps = 0;
     connect(pane, &CollapsingPane::Expanding, [&steps] { ++steps; });
     QSignalSpy expanded(pane, QOverload<>::of(&CollapsingPane::Expanded));
-    window.paints.clear();
-    window.layouts.clear();
-    const int resizesBefore = form->resizes;
-    QElapsedTimer elapsed;
-    elapsed.start();
-    const double cpuBefore = ThreadCpuMilliseconds();
+    const Measurement measurement(window, *form);
     pane->expand();
     QVERIFY(expanded.wait(5000));
-    const double cpu = ThreadCpuMilliseconds() - cpuBefore;
     // Counted up to the end of the motion: the live form comes back (one layout) after it.
-    Report("CollapsingPane 800x400", window, steps, form->resizes - resizesBefore, elapsed.elapsed(), cpu);
+    measurement.Report("CollapsingPane 800x400", steps);
     QCOMPARE(pane->height() > 0, true);
 }
 
@@ -186,17 +205,11 @@ void BenchCollapsingPane::expandLiveForComparison()
     minimum.setEndValue(400);
     int steps = 0;
     connect(&maximum, &QPropertyAnimation::valueChanged, [&steps] { ++steps; });
-    window.paints.clear();
-    window.layouts.clear();
-    const int resizesBefore = form->resizes;
-    QElapsedTimer elapsed;
-    elapsed.start();
-    const double cpuBefore = ThreadCpuMilliseconds();
+    const Measurement measurement(window, *form);
     maximum.start();
     minimum.start();
     QTRY_COMPARE_WITH_TIMEOUT(maximum.state(), QAbstractAnimation::Stopped, 5000);
-    const double cpu = ThreadCpuMilliseconds() - cpuBefore;
-    Report("live container 800x400 (comparison)", window, steps, form->resizes - resizesBefore, elapsed.elapsed(), cpu);
+    measurement.Report("live container 800x400 (comparison)", steps);
 }
 
 QTEST_MAIN(BenchCollapsingPane)

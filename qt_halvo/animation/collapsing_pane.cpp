@@ -16,6 +16,15 @@ namespace {
 constexpr QEasingCurve::Type kDefaultEasing = QEasingCurve::OutQuart;
 constexpr unsigned int kDefaultDuration = 700;
 
+template <typename Apply>
+void ForBoth(QPropertyAnimation* first, QPropertyAnimation* second, Apply apply)
+{
+    for (QPropertyAnimation* animation : {first, second}) {
+        if (animation)
+            apply(animation);
+    }
+}
+
 } // namespace
 
 CollapsingPane::CollapsingPane(QWidget* parent)
@@ -68,10 +77,7 @@ QEasingCurve::Type CollapsingPane::GetEasing() const
 void CollapsingPane::SetEasing(QEasingCurve::Type easing)
 {
     m_easing = easing;
-    for (QPropertyAnimation* animation : {m_maximumHeightAnimation.data(), m_minimumHeightAnimation.data()}) {
-        if (animation)
-            animation->setEasingCurve(QEasingCurve(easing));
-    }
+    ForBoth(m_maximumHeightAnimation, m_minimumHeightAnimation, [easing](QPropertyAnimation* animation) { animation->setEasingCurve(QEasingCurve(easing)); });
 }
 
 void CollapsingPane::ResetEasing()
@@ -87,10 +93,7 @@ unsigned int CollapsingPane::GetDuration() const
 void CollapsingPane::SetDuration(unsigned int duration)
 {
     m_duration = duration;
-    for (QPropertyAnimation* animation : {m_maximumHeightAnimation.data(), m_minimumHeightAnimation.data()}) {
-        if (animation)
-            animation->setDuration(static_cast<int>(duration));
-    }
+    ForBoth(m_maximumHeightAnimation, m_minimumHeightAnimation, [duration](QPropertyAnimation* animation) { animation->setDuration(static_cast<int>(duration)); });
 }
 
 void CollapsingPane::ResetDuration()

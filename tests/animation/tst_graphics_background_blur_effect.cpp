@@ -122,6 +122,8 @@ private Q_SLOTS:
     void sameAtTwiceTheScale();
     void withoutAForegroundItIsAPlainBlur_data();
     void withoutAForegroundItIsAPlainBlur();
+    void belowARadiusOfOneAllIsSharp_data();
+    void belowARadiusOfOneAllIsSharp();
 
 private:
     GraphicsBackgroundBlurEffect* Install(QWidget* widget, QWidget* foreground);
@@ -293,6 +295,29 @@ void TestGraphicsBackgroundBlurEffect::withoutAForegroundItIsAPlainBlur()
     m_window = nullptr;
     QVERIFY(!installed);
     QVERIFY(!loose);
+}
+
+void TestGraphicsBackgroundBlurEffect::belowARadiusOfOneAllIsSharp_data()
+{
+    QTest::addColumn<bool>("onScreen");
+    QTest::addColumn<qreal>("radius");
+    QTest::newRow("rendered, 0") << false << 0.0;
+    QTest::newRow("rendered, 0.5") << false << 0.5;
+    QTest::newRow("on screen, 0") << true << 0.0;
+}
+
+// The first frames of a blur animation: the base class draws the widget straight through
+// the painter, and the foreground is drawn after that with the same painter.
+void TestGraphicsBackgroundBlurEffect::belowARadiusOfOneAllIsSharp()
+{
+    QFETCH(bool, onScreen);
+    QFETCH(qreal, radius);
+    Install(m_backdrop, m_foreground)->setBlurRadius(radius);
+    ShowWindow();
+    const Picture picture = GrabAfter(onScreen, [this] { m_backdrop->update(); });
+    QCOMPARE(picture.Gray(m_edge - 1, 30), 0);
+    QCOMPARE(picture.Gray(m_edge, 30), 255);
+    QCOMPARE(picture.CheckerMismatch(m_foregroundRect), QString());
 }
 
 QTEST_MAIN(TestGraphicsBackgroundBlurEffect)

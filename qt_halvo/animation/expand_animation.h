@@ -16,6 +16,8 @@ namespace OrvantaQT {
 // by animating its geometry, and snap back at once. The widget's style property
 // "ExpandState" reads "Expanded" or "Collapsed" for style sheets. The parent is watched
 // for resizes; the geometry the widget has at each one is where it collapses back to.
+// A layout on the parent places the widget again on its next pass, by the size policies
+// set for each state; a parent without a layout leaves the expanded geometry alone.
 class QT_HALVO_EXPORT ExpandAnimation : public QObject
 {
     Q_OBJECT

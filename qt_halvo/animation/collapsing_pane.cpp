@@ -103,14 +103,7 @@ void CollapsingPane::ResetDuration()
 
 void CollapsingPane::setVisible(bool visible)
 {
-    if (!IsMachineRunning()) {
-        m_initiallyOpened = visible;
-        return;
-    }
-    if (visible)
-        Q_EMIT DoShow();
-    else
-        Q_EMIT DoHide();
+    Request(visible, &CollapsingPane::DoShow, &CollapsingPane::DoHide);
 }
 
 void CollapsingPane::setWidget(QWidget* widget)
@@ -130,14 +123,7 @@ void CollapsingPane::setWidget(QWidget* widget)
 
 void CollapsingPane::setExpanded(bool expanded)
 {
-    if (!IsMachineRunning()) {
-        m_initiallyOpened = expanded;
-        return;
-    }
-    if (expanded)
-        Q_EMIT DoExpand();
-    else
-        Q_EMIT DoCollapse();
+    Request(expanded, &CollapsingPane::DoExpand, &CollapsingPane::DoCollapse);
 }
 
 void CollapsingPane::setCollapsed(bool collapsed)
@@ -305,6 +291,15 @@ void CollapsingPane::InitAnimation()
     connect(m_maximumHeightAnimation, &QPropertyAnimation::valueChanged, this,
             &CollapsingPane::EmitExpandingWhileMoving);
     m_minimumHeightAnimation = makeAnimation("minimumHeight");
+}
+
+void CollapsingPane::Request(bool opened, void (CollapsingPane::*open)(), void (CollapsingPane::*close)())
+{
+    if (!IsMachineRunning()) {
+        m_initiallyOpened = opened;
+        return;
+    }
+    Q_EMIT(this->*(opened ? open : close))();
 }
 
 bool CollapsingPane::IsMachineRunning() const

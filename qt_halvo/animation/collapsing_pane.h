@@ -101,6 +101,8 @@ protected:
 
 private:
     bool IsMachineRunning() const;
+    // Before the machine runs, records the state to start in; afterwards emits the trigger.
+    void Request(bool opened, void (CollapsingPane::*open)(), void (CollapsingPane::*close)());
     void EmitExpandingWhileMoving();
 
     std::unique_ptr<AnimatedStateMachine> m_machine;

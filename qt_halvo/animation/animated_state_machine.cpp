@@ -67,6 +67,13 @@ void AnimatedStateMachine::Notify(QState* state, QObject* receiver, const char* 
         QObject::connect(state, SIGNAL(exited()), receiver, exitedSlot);
 }
 
+bool AnimatedStateMachine::IsInAnyOf(std::initializer_list<QState*> states) const
+{
+    const QSet<QAbstractState*> configuration = m_machine->configuration();
+    return std::any_of(states.begin(), states.end(),
+                       [&configuration](QState* state) { return state && configuration.contains(state); });
+}
+
 void AnimatedStateMachine::Start(QState* initial)
 {
     m_machine->setInitialState(initial);

@@ -54,6 +54,9 @@ public:
     // the state is entered and left.
     void Notify(QState* state, QObject* receiver, const char* enteredSlot, const char* exitedSlot);
 
+    // Whether the machine's current configuration holds any of these states.
+    bool IsInAnyOf(std::initializer_list<QState*> states) const;
+
     // Starts the machine in `initial`; it runs from the next pass of the event loop.
     void Start(QState* initial);
 

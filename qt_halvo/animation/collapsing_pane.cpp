@@ -2,6 +2,8 @@
 
 #include "animated_state_machine_p.h"
 
+#include <qt_halvo/utilities/hidpi_utils.h>
+
 #include <QtCore/QPropertyAnimation>
 #include <QtCore/QState>
 #include <QtCore/QStateMachine>
@@ -210,14 +212,7 @@ void CollapsingPane::ShowFakeWidget()
     m_widget->hide();
     const QSize size(width(), GetWidgetHeight());
     m_widget->resize(size);
-
-    const qreal ratio = m_widget->devicePixelRatioF();
-    QPixmap snapshot(size * ratio);
-    snapshot.setDevicePixelRatio(ratio);
-    snapshot.fill(Qt::transparent);
-    m_widget->render(&snapshot, QPoint(), QRegion(), QWidget::DrawChildren);
-
-    m_fakeWidget->setPixmap(snapshot);
+    m_fakeWidget->setPixmap(GrabHiDpiPixmap(m_widget));
     m_fakeWidget->resize(size);
     m_fakeWidget->show();
 }
@@ -309,14 +304,8 @@ bool CollapsingPane::IsMachineRunning() const
 
 void CollapsingPane::EmitExpandingWhileMoving()
 {
-    const QSet<QAbstractState*> configuration = m_machine->Machine()->configuration();
-    for (QAbstractState* state : {m_openingState.data(), m_openedState.data(), m_closingState.data(),
-                                  m_closedState.data()}) {
-        if (state && configuration.contains(state)) {
-            Q_EMIT Expanding();
-            return;
-        }
-    }
+    if (m_machine->IsInAnyOf({m_openingState, m_openedState, m_closingState, m_closedState}))
+        Q_EMIT Expanding();
 }
 
 } // namespace OrvantaQT

@@ -6,6 +6,8 @@
 
 #include <qt_halvo/animation/alpha_animation_controller.h>
 #include <qt_halvo/animation/animated_effect.h>
+#include <qt_halvo/animation/card_animation_widget.h>
+#include <qt_halvo/animation/card_widget.h>
 #include <qt_halvo/animation/collapsing_pane.h>
 #include <qt_halvo/animation/disappearing_widget.h>
 #include <qt_halvo/animation/expand_animation.h>

@@ -17,5 +17,8 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
         //: Page list entry: the collapsing pane and the expand animation.
         {QStringLiteral("expanding"), QCoreApplication::translate("Gallery", "Collapse and expand"),
          CreateExpandingPage, 0, ExpandingPageMoments()},
+        //: Page list entry: the card, the sliding stack and the frame animations.
+        {QStringLiteral("transitions"), QCoreApplication::translate("Gallery", "Page transitions"), CreateTransitionsPage,
+         0, TransitionsPageMoments()},
     };
 }

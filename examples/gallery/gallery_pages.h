@@ -37,3 +37,5 @@ QWidget* CreateAnimationPage();
 QVector<GalleryMoment> AnimationPageMoments();
 QWidget* CreateExpandingPage();
 QVector<GalleryMoment> ExpandingPageMoments();
+QWidget* CreateTransitionsPage();
+QVector<GalleryMoment> TransitionsPageMoments();

@@ -6,11 +6,14 @@
 
 #include <qt_halvo/animation/alpha_animation_controller.h>
 #include <qt_halvo/animation/animated_effect.h>
+#include <qt_halvo/animation/animated_pixmap_render.h>
 #include <qt_halvo/animation/card_animation_widget.h>
 #include <qt_halvo/animation/card_widget.h>
 #include <qt_halvo/animation/collapsing_pane.h>
+#include <qt_halvo/animation/custom_stacked_widget.h>
 #include <qt_halvo/animation/disappearing_widget.h>
 #include <qt_halvo/animation/expand_animation.h>
+#include <qt_halvo/animation/freeze_pixmap_wrapper.h>
 #include <qt_halvo/animation/graphics_background_blur_effect.h>
 #include <qt_halvo/animation/opacity_animation_controller.h>
 #include <qt_halvo/animation/two_state_animator.h>

@@ -1,7 +1,9 @@
-// The card's transition page at 800 x 600 with the default blur radius 30: paint time per
-// frame over whole transitions both ways. Next to it, the blur alone: ours against
-// QGraphicsBlurEffect on the same picture at the same radii.
+// Page transitions at 800 x 600. The card's transition page with the default blur radius
+// 30: paint time per frame over whole transitions both ways, and next to it the blur
+// alone, ours against QGraphicsBlurEffect on the same picture at the same radii. The
+// sliding stack's render: paint time per frame of a slide.
 
+#include <qt_halvo/animation/animated_pixmap_render.h>
 #include <qt_halvo/animation/blur_pyramid_p.h>
 #include <qt_halvo/animation/card_animation_widget.h>
 
@@ -15,6 +17,7 @@
 
 #include <algorithm>
 
+using OrvantaQT::AnimatedPixmapRender;
 using OrvantaQT::BlurPyramid;
 using OrvantaQT::CardAnimationWidget;
 
@@ -60,7 +63,7 @@ double MedianMilliseconds(int runs, Work work)
 
 } // namespace
 
-class BenchCardAnimation : public QObject
+class BenchPageTransitions : public QObject
 {
     Q_OBJECT
 
@@ -68,9 +71,10 @@ private Q_SLOTS:
     void transitionFrames();
     void blurAgainstQt_data();
     void blurAgainstQt();
+    void slideFrames();
 };
 
-void BenchCardAnimation::transitionFrames()
+void BenchPageTransitions::transitionFrames()
 {
     CardAnimationWidget widget(30, nullptr);
     widget.resize(kSize);
@@ -105,14 +109,14 @@ void BenchCardAnimation::transitionFrames()
     qInfo("blur levels made from the pictures, once per transition: %.2f ms", picturesMs);
 }
 
-void BenchCardAnimation::blurAgainstQt_data()
+void BenchPageTransitions::blurAgainstQt_data()
 {
     QTest::addColumn<qreal>("radius");
     QTest::newRow("radius 20") << 20.0;
     QTest::newRow("radius 30") << 30.0;
 }
 
-void BenchCardAnimation::blurAgainstQt()
+void BenchPageTransitions::blurAgainstQt()
 {
     QFETCH(qreal, radius);
     const QPixmap face = Face(QColor(200, 60, 60));
@@ -137,5 +141,25 @@ void BenchCardAnimation::blurAgainstQt()
     qInfo("blur of 800x600 at radius %.0f and drawn: ours %.2f ms, QGraphicsBlurEffect %.2f ms", radius, ours, qt);
 }
 
-QTEST_MAIN(BenchCardAnimation)
-#include "bench_card_animation.moc"
+void BenchPageTransitions::slideFrames()
+{
+    AnimatedPixmapRender render;
+    render.resize(kSize);
+    render.SetPictures(Face(QColor(200, 60, 60)), Face(QColor(60, 90, 200)));
+    QImage target(kSize, QImage::Format_ARGB32_Premultiplied);
+    for (const int direction : {0, 2}) {
+        render.SetDirection(direction);
+        QTimeLine& timeLine = render.TimeLine();
+        timeLine.setEasingCurve(QEasingCurve::Linear);
+        timeLine.setFrameRange(0, direction < 2 ? kSize.width() : kSize.height());
+        const double frame = MedianMilliseconds(60, [&](int i) {
+            timeLine.setCurrentTime(i * timeLine.duration() / 60);
+            render.render(&target, QPoint(), QRegion(), QWidget::DrawChildren);
+        });
+        qInfo("AnimatedPixmapRender 800x600, %s slide: paint per frame median %.2f ms", direction < 2 ? "sideways" : "vertical",
+              frame);
+    }
+}
+
+QTEST_MAIN(BenchPageTransitions)
+#include "bench_page_transitions.moc"

@@ -7,6 +7,7 @@
 #include <qt_halvo/animation/alpha_animation_controller.h>
 #include <qt_halvo/animation/animated_effect.h>
 #include <qt_halvo/animation/animated_pixmap_render.h>
+#include <qt_halvo/animation/animation_label.h>
 #include <qt_halvo/animation/card_animation_widget.h>
 #include <qt_halvo/animation/card_widget.h>
 #include <qt_halvo/animation/collapsing_pane.h>
@@ -15,6 +16,7 @@
 #include <qt_halvo/animation/expand_animation.h>
 #include <qt_halvo/animation/freeze_pixmap_wrapper.h>
 #include <qt_halvo/animation/graphics_background_blur_effect.h>
+#include <qt_halvo/animation/movie_widget.h>
 #include <qt_halvo/animation/opacity_animation_controller.h>
 #include <qt_halvo/animation/two_state_animator.h>
 #include <qt_halvo/application/application.h>

@@ -1,6 +1,9 @@
 #include "gallery_pages.h"
 
+#include <qt_halvo/animation/animation_label.h>
 #include <qt_halvo/animation/card_widget.h>
+#include <qt_halvo/animation/custom_stacked_widget.h>
+#include <qt_halvo/animation/movie_widget.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QFrame>
@@ -74,6 +77,63 @@ QWidget* CreateCardDemo(QWidget* parent)
     return demo;
 }
 
+// A sliding stack of three coloured pages with buttons for the previous and next page.
+QWidget* CreateStackDemo(Qt::Orientation orientation, const char* name, QWidget* parent)
+{
+    auto* demo = new QWidget(parent);
+    auto* layout = new QVBoxLayout(demo);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* stack = new OrvantaQT::CustomStackedWidget(demo);
+    stack->SetOrientation(orientation);
+    stack->SetDuration(450);
+    stack->setFixedSize(230, 110);
+    for (int i = 1; i <= 3; ++i) {
+        //: A numbered sample page in the sliding stack demonstration.
+        auto* page = new QLabel(Translate("Page %1").arg(i));
+        page->setObjectName(QStringLiteral("StackPage%1").arg(i));
+        page->setAlignment(Qt::AlignCenter);
+        stack->AddPage(page);
+    }
+    //: Button that slides a stack of pages to the previous one.
+    auto* previous = new QPushButton(Translate("Previous"), demo);
+    //: Button that slides a stack of pages to the next one.
+    auto* next = new QPushButton(Translate("Next"), demo);
+    next->setObjectName(QLatin1String(name));
+    QObject::connect(previous, &QPushButton::clicked, stack, &OrvantaQT::CustomStackedWidget::OnShowPrevious);
+    QObject::connect(next, &QPushButton::clicked, stack, &OrvantaQT::CustomStackedWidget::OnShowNext);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(previous);
+    buttons->addWidget(next);
+    buttons->addStretch();
+    layout->addWidget(stack);
+    layout->addLayout(buttons);
+    return demo;
+}
+
+// The 16-pixel busy strip the theme gives to movie widgets marked for it, the same strip
+// scaled up, and an animated GIF.
+QWidget* CreateMovieDemo(QWidget* parent)
+{
+    auto* demo = new QWidget(parent);
+    auto* layout = new QHBoxLayout(demo);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* busy = new OrvantaQT::MovieWidget(demo);
+    busy->setProperty("PreloaderAnimation16", true);
+    auto* large = new OrvantaQT::MovieWidget(demo);
+    large->setProperty("PreloaderAnimation16", true);
+    large->setObjectName(QStringLiteral("LargeBusyStrip"));
+    auto* gif = new OrvantaQT::AnimationLabel(demo);
+    gif->setMoviePath(QStringLiteral(":/media/spinner.gif"));
+    //: Caption next to the busy animations and the animated GIF.
+    auto* caption = new QLabel(Translate("Busy strip at 16 and 48 pixels, and an animated GIF"), demo);
+    layout->addWidget(busy);
+    layout->addWidget(large);
+    layout->addWidget(gif);
+    layout->addWidget(caption);
+    layout->addStretch();
+    return demo;
+}
+
 void Click(QWidget* page, const char* buttonName)
 {
     if (auto* button = page->findChild<QPushButton*>(QLatin1String(buttonName)))
@@ -95,6 +155,18 @@ QWidget* CreateTransitionsPage()
     //: Section title on the gallery's page transitions page.
     layout->addWidget(CreateSectionTitle(Translate("Card"), page));
     layout->addWidget(CreateCardDemo(page));
+
+    //: Section title on the gallery's page transitions page.
+    layout->addWidget(CreateSectionTitle(Translate("Sliding stack, sideways and up and down"), page));
+    auto* stacks = new QHBoxLayout;
+    stacks->addWidget(CreateStackDemo(Qt::Horizontal, "NextSideways", page));
+    stacks->addWidget(CreateStackDemo(Qt::Vertical, "NextUpAndDown", page));
+    stacks->addStretch();
+    layout->addLayout(stacks);
+
+    //: Section title on the gallery's page transitions page.
+    layout->addWidget(CreateSectionTitle(Translate("Frame animations"), page));
+    layout->addWidget(CreateMovieDemo(page));
     layout->addStretch();
     return page;
 }
@@ -102,7 +174,13 @@ QWidget* CreateTransitionsPage()
 QVector<GalleryMoment> TransitionsPageMoments()
 {
     return {
-        {QStringLiteral("card_blurring"), [](QWidget* page) { Click(page, "CardDetails"); }, 120},
+        {QStringLiteral("card_blurring"),
+         [](QWidget* page) {
+             Click(page, "CardDetails");
+             Click(page, "NextSideways");
+             Click(page, "NextUpAndDown");
+         },
+         120},
         {QStringLiteral("card_covering"), nullptr, 280},
         {QStringLiteral("card_closed"), nullptr, 500},
     };

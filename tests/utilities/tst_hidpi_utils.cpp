@@ -10,7 +10,6 @@
 
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
-#include <QtGui/QPainter>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
 
@@ -33,37 +32,22 @@ using Report = QMap<QString, QString>;
 
 // ---- the probe, in the child process
 
-void Print(const QString& key, const QString& value)
-{
-    std::printf("%s=%s\n", qPrintable(key), qPrintable(value));
-}
-
-QString Flag(Qt::ApplicationAttribute attribute)
-{
-    return QCoreApplication::testAttribute(attribute) ? QStringLiteral("1") : QStringLiteral("0");
-}
-
 int RunProbe(const QStringList& arguments)
 {
-    const QString what = arguments.value(0);
     const LogCapture::Mark mark;
-    if (what == QLatin1String("scale"))
+    if (arguments.value(0) == QLatin1String("scale"))
         EnableHiDpiScaling(QSize(arguments.value(1).toInt(), arguments.value(2).toInt()));
-    else if (what == QLatin1String("backend"))
+    else if (arguments.value(0) == QLatin1String("backend"))
         InitGraphicalBackend();
-    Print(QStringLiteral("factor"), QString::number(GetQtScaleFactor()));
-    Print(QStringLiteral("enable"), Flag(Qt::AA_EnableHighDpiScaling));
-    Print(QStringLiteral("pixmaps"), Flag(Qt::AA_UseHighDpiPixmaps));
-    Print(QStringLiteral("disable"), Flag(Qt::AA_DisableHighDpiScaling));
-    Print(QStringLiteral("gles"), Flag(Qt::AA_UseOpenGLES));
-    Print(QStringLiteral("QT_SCALE_FACTOR"), qEnvironmentVariableIsSet("QT_SCALE_FACTOR")
-                                                 ? qEnvironmentVariable("QT_SCALE_FACTOR") : QStringLiteral("unset"));
-    Print(QStringLiteral("QT_ANGLE_PLATFORM"), qEnvironmentVariableIsSet("QT_ANGLE_PLATFORM")
-                                                   ? qEnvironmentVariable("QT_ANGLE_PLATFORM") : QStringLiteral("unset"));
+    const auto flag = [](Qt::ApplicationAttribute attribute) { return QCoreApplication::testAttribute(attribute) ? "1" : "0"; };
+    const auto variable = [](const char* name) { return qEnvironmentVariableIsSet(name) ? qgetenv(name) : QByteArray("unset"); };
     QStringList lines;
     for (const LoggedLine& line : mark.Since())
         lines << QString::number(line.level) + QLatin1Char(' ') + line.text;
-    Print(QStringLiteral("log"), lines.join(QLatin1Char('|')));
+    std::printf("factor=%g\nenable=%s\npixmaps=%s\ndisable=%s\ngles=%s\nQT_SCALE_FACTOR=%s\nQT_ANGLE_PLATFORM=%s\nlog=%s\n",
+                GetQtScaleFactor(), flag(Qt::AA_EnableHighDpiScaling), flag(Qt::AA_UseHighDpiPixmaps),
+                flag(Qt::AA_DisableHighDpiScaling), flag(Qt::AA_UseOpenGLES), variable("QT_SCALE_FACTOR").constData(),
+                variable("QT_ANGLE_PLATFORM").constData(), qPrintable(lines.join(QLatin1Char('|'))));
     return 0;
 }
 
@@ -116,12 +100,10 @@ class TestHiDpiUtils : public QObject
 private Q_SLOTS:
     void scalingChoice_data();
     void scalingChoice();
-    void scaleFactorFromTheEnvironment_data();
-    void scaleFactorFromTheEnvironment();
-    void backendLeftToQtWhenAsked();
+    void environmentChoices_data();
+    void environmentChoices();
     void minimumConsoleSizeFromTheSheet();
     void grabHiDpiPixmap();
-    void openGLImplementation();
 };
 
 void TestHiDpiUtils::scalingChoice_data()
@@ -133,20 +115,15 @@ void TestHiDpiUtils::scalingChoice_data()
 
     const Display scaled150{QStringLiteral("1366x768"), QStringLiteral("144"), QString()};
     const QString succeeded150 = kSucceeded.arg(144).arg(150).arg(768);
-    QTest::newRow("150 %, fits only at 1.25") << scaled150 << QSize(1000, 600) << QStringLiteral("1.25")
-                                              << QStringList{succeeded150, kLowered.arg(QStringLiteral("1.250000"))};
-    QTest::newRow("150 %, fits") << scaled150 << QSize(800, 500) << QStringLiteral("unset")
-                                 << QStringList{succeeded150, kSystemScaling};
-    QTest::newRow("negative side") << scaled150 << QSize(-1, 600) << QStringLiteral("unset")
-                                   << QStringList{succeeded150, kSystemScaling};
-    QTest::newRow("work area counts")
-        << Display{QStringLiteral("1366x768"), QStringLiteral("144"), QStringLiteral("0, 0, 1366, 700")}
-        << QSize(1000, 600) << QStringLiteral("1")
-        << QStringList{kSucceeded.arg(144).arg(150).arg(700), kLowered.arg(QStringLiteral("1.000000"))};
-    QTest::newRow("100 %, no fit") << Display{QStringLiteral("1366x768"), QString(), QString()} << QSize(2000, 1000)
-                                   << QStringLiteral("1")
-                                   << QStringList{kSucceeded.arg(96).arg(100).arg(768), kLowered.arg(QStringLiteral("1.000000"))};
-    QTest::newRow("no display") << Display{} << QSize(1000, 600) << QStringLiteral("unset")
+    QTest::newRow("150 %, fits only at 1.25") << scaled150 << QSize(1000, 600) << "1.25"
+                                              << QStringList{succeeded150, kLowered.arg("1.250000")};
+    QTest::newRow("150 %, fits") << scaled150 << QSize(800, 500) << "unset" << QStringList{succeeded150, kSystemScaling};
+    QTest::newRow("negative side") << scaled150 << QSize(-1, 600) << "unset" << QStringList{succeeded150, kSystemScaling};
+    QTest::newRow("work area counts") << Display{"1366x768", "144", "0, 0, 1366, 700"} << QSize(1000, 600) << "1"
+                                      << QStringList{kSucceeded.arg(144).arg(150).arg(700), kLowered.arg("1.000000")};
+    QTest::newRow("100 %, no fit") << Display{"1366x768", QString(), QString()} << QSize(2000, 1000) << "1"
+                                   << QStringList{kSucceeded.arg(96).arg(100).arg(768), kLowered.arg("1.000000")};
+    QTest::newRow("no display") << Display{} << QSize(1000, 600) << "unset"
                                 << QStringList{QStringLiteral("4 GetDisplayInfo failed"), kSystemScaling};
 }
 
@@ -161,43 +138,43 @@ void TestHiDpiUtils::scalingChoice()
     QVERIFY2(!report.isEmpty(), "the probe failed");
     QCOMPARE(report.value(QStringLiteral("log")).split(QLatin1Char('|')), log);
     QCOMPARE(report.value(QStringLiteral("QT_SCALE_FACTOR")), scaleFactor);
-    const bool disabled = scaleFactor == QLatin1String("1");
-    QCOMPARE(report.value(QStringLiteral("disable")), disabled ? QStringLiteral("1") : QStringLiteral("0"));
-    QCOMPARE(report.value(QStringLiteral("enable")), disabled ? QStringLiteral("0") : QStringLiteral("1"));
-    QCOMPARE(report.value(QStringLiteral("pixmaps")), disabled ? QStringLiteral("0") : QStringLiteral("1"));
+    // Read after the choice, the factor is the one chosen.
+    QCOMPARE(report.value(QStringLiteral("factor")), scaleFactor == QLatin1String("unset") ? QStringLiteral("1") : scaleFactor);
+    // Qt's own scaling stays on above a factor of one.
+    const QString disabled = scaleFactor == QLatin1String("1") ? QStringLiteral("1") : QStringLiteral("0");
+    const QString enabled = scaleFactor == QLatin1String("1") ? QStringLiteral("0") : QStringLiteral("1");
+    QCOMPARE(report.value(QStringLiteral("disable")), disabled);
+    QCOMPARE(report.value(QStringLiteral("enable")), enabled);
+    QCOMPARE(report.value(QStringLiteral("pixmaps")), enabled);
 }
 
-void TestHiDpiUtils::scaleFactorFromTheEnvironment_data()
+void TestHiDpiUtils::environmentChoices_data()
 {
+    QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QStringList>("environment");
-    QTest::addColumn<QString>("factor");
-    QTest::newRow("unset") << QStringList() << QStringLiteral("1");
-    QTest::newRow("empty") << QStringList{QStringLiteral("QT_SCALE_FACTOR=")} << QStringLiteral("1");
-    QTest::newRow("abc") << QStringList{QStringLiteral("QT_SCALE_FACTOR=abc")} << QStringLiteral("1");
-    QTest::newRow("1.5") << QStringList{QStringLiteral("QT_SCALE_FACTOR=1.5")} << QStringLiteral("1.5");
-}
+    QTest::addColumn<Report>("expected"); // of what the probe reports
 
-void TestHiDpiUtils::scaleFactorFromTheEnvironment()
-{
-    QFETCH(QStringList, environment);
-    QFETCH(QString, factor);
-    const Report report = Probe(Display{}, {QStringLiteral("nothing")}, environment);
-    QVERIFY2(!report.isEmpty(), "the probe failed");
-    QCOMPARE(report.value(QStringLiteral("factor")), factor);
-}
-
-void TestHiDpiUtils::backendLeftToQtWhenAsked()
-{
-    Report report = Probe(Display{}, {QStringLiteral("backend")}, {QStringLiteral("QT_OPENGL=desktop")});
-    QCOMPARE(report.value(QStringLiteral("log")), QStringLiteral("2 Graphical backend will be set by Qt framework"));
-    QCOMPARE(report.value(QStringLiteral("gles")), QStringLiteral("0"));
-    QCOMPARE(report.value(QStringLiteral("QT_ANGLE_PLATFORM")), QStringLiteral("unset"));
-
+    QTest::newRow("unreadable QT_SCALE_FACTOR") << QStringList{"nothing"} << QStringList{"QT_SCALE_FACTOR=abc"}
+                                                << Report{{"factor", "1"}};
+    QTest::newRow("QT_SCALE_FACTOR") << QStringList{"nothing"} << QStringList{"QT_SCALE_FACTOR=1.5"}
+                                     << Report{{"factor", "1.5"}};
+    QTest::newRow("back-end left to Qt")
+        << QStringList{"backend"} << QStringList{"QT_OPENGL=desktop"}
+        << Report{{"log", "2 Graphical backend will be set by Qt framework"}, {"gles", "0"}, {"QT_ANGLE_PLATFORM", "unset"}};
     // The other choices are Windows' only.
-    report = Probe(Display{}, {QStringLiteral("backend")});
-    QCOMPARE(report.value(QStringLiteral("log")), QString());
-    QCOMPARE(report.value(QStringLiteral("gles")), QStringLiteral("0"));
-    QCOMPARE(report.value(QStringLiteral("QT_ANGLE_PLATFORM")), QStringLiteral("unset"));
+    QTest::newRow("back-end") << QStringList{"backend"} << QStringList()
+                              << Report{{"log", ""}, {"gles", "0"}, {"QT_ANGLE_PLATFORM", "unset"}};
+}
+
+void TestHiDpiUtils::environmentChoices()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QStringList, environment);
+    QFETCH(Report, expected);
+    const Report report = Probe(Display{}, arguments, environment);
+    QVERIFY2(!report.isEmpty(), "the probe failed");
+    for (auto it = expected.cbegin(); it != expected.cend(); ++it)
+        QCOMPARE(it.key() + QLatin1Char('=') + report.value(it.key()), it.key() + QLatin1Char('=') + it.value());
 }
 
 void TestHiDpiUtils::minimumConsoleSizeFromTheSheet()
@@ -216,7 +193,7 @@ void TestHiDpiUtils::minimumConsoleSizeFromTheSheet()
 void TestHiDpiUtils::grabHiDpiPixmap()
 {
     // Registered twice: as it is, and with QT_SCALE_FACTOR=2.
-    const qreal expectedRatio = qEnvironmentVariableIsSet("QT_SCALE_FACTOR") ? qEnvironmentVariable("QT_SCALE_FACTOR").toDouble() : 1.0;
+    const qreal ratio = qEnvironmentVariableIsSet("QT_SCALE_FACTOR") ? qEnvironmentVariable("QT_SCALE_FACTOR").toDouble() : 1.0;
     QWidget window;
     window.resize(40, 30);
     QWidget square(&window);
@@ -227,26 +204,20 @@ void TestHiDpiUtils::grabHiDpiPixmap()
     square.setPalette(palette);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QCOMPARE(window.devicePixelRatioF(), expectedRatio);
+    QCOMPARE(window.devicePixelRatioF(), ratio);
 
     const QPixmap pixmap = GrabHiDpiPixmap(&window);
-    QCOMPARE(pixmap.devicePixelRatio(), expectedRatio);
-    QCOMPARE(pixmap.size(), QSize(40, 30) * expectedRatio);
+    QCOMPARE(pixmap.devicePixelRatio(), ratio);
+    QCOMPARE(pixmap.size(), QSize(40, 30) * ratio);
     const QImage image = pixmap.toImage();
     // The window's own background is left out; its children are drawn.
-    QCOMPARE(qAlpha(image.pixel(QPoint(2, 2) * expectedRatio)), 0);
-    QCOMPARE(image.pixel(QPoint(15, 15) * expectedRatio), qRgb(255, 0, 0));
-    QCOMPARE(qAlpha(image.pixel(QPoint(21, 21) * expectedRatio)), 0);
+    QCOMPARE(qAlpha(image.pixel(QPoint(2, 2) * ratio)), 0);
+    QCOMPARE(image.pixel(QPoint(15, 15) * ratio), qRgb(255, 0, 0));
+    QCOMPARE(qAlpha(image.pixel(QPoint(21, 21) * ratio)), 0);
 
     const LogCapture::Mark mark;
     QVERIFY(GrabHiDpiPixmap(nullptr).isNull());
     QVERIFY(mark.Contains(4, QStringLiteral("GrabHiDpiPixmap: no widget")));
-}
-
-void TestHiDpiUtils::openGLImplementation()
-{
-    const QStringList known{QStringLiteral("angle"), QStringLiteral("desktopGl"), QStringLiteral("software")};
-    QVERIFY(known.contains(GetOpenGLImplementation()));
 }
 
 int main(int argc, char** argv)

@@ -1,6 +1,7 @@
 #include <qt_halvo/animation/card_widget.h>
 
 #include "animated_state_machine_p.h"
+#include "expand_collapse_transitions_p.h"
 
 #include <qt_halvo/animation/card_animation_widget.h>
 #include <qt_halvo/utilities/hidpi_utils.h>
@@ -166,41 +167,18 @@ void CardWidget::InitStateMachine()
     m_machine = std::make_unique<AnimatedStateMachine>(this);
     AnimatedStateMachine& machine = *m_machine;
     const auto progress = [this](int value) { return AnimatedStateMachine::Assignment{this, kProgress, value}; };
-    QState* initial = m_initialState = machine.AddState("InitialState", {progress(0)});
-    QState* opened = m_openedState = machine.AddState("OpenedState", {progress(0)});
-    QState* opening = m_openingState = machine.AddState("OpeningState", {progress(0)});
-    QState* openedAfter = m_openedAfterState = machine.AddState("OpenedStateAfter", {progress(0)});
-    QState* closing = m_closingState = machine.AddState("ClosingState", {progress(100)});
-    QState* closed = m_closedState = machine.AddState("ClosedState", {progress(100)});
-    QState* closedAfter = m_closedAfterState = machine.AddState("ClosedStateAfter", {progress(100)});
-
-    machine.AddTransition(initial, this, SIGNAL(DoHide()), closed);
-    machine.AddTransition(initial, this, SIGNAL(DoShow()), opened);
-    machine.AddTransition(opening, this, SIGNAL(DoCollapse()), closing);
-    machine.AddTransition(opening, opening, SIGNAL(propertiesAssigned()), opened);
-    machine.AddTransition(opening, this, SIGNAL(DoHide()), closed);
-    machine.AddTransition(opening, this, SIGNAL(DoShow()), opened);
-    machine.AddTransition(closing, this, SIGNAL(DoExpand()), opening);
-    machine.AddTransition(closing, closing, SIGNAL(propertiesAssigned()), closed);
-    machine.AddTransition(closing, this, SIGNAL(DoHide()), closed);
-    machine.AddTransition(closing, this, SIGNAL(DoShow()), opened);
-    machine.AddTransition(opened, this, SIGNAL(DoCollapse()), openedAfter);
-    machine.AddTransition(opened, this, SIGNAL(DoHide()), closed);
-    machine.AddImmediateTransition(openedAfter, closing);
-    machine.AddTransition(closed, this, SIGNAL(DoExpand()), closedAfter);
-    machine.AddTransition(closed, this, SIGNAL(DoShow()), opened);
-    machine.AddImmediateTransition(closedAfter, opening);
-    machine.AddTransition(opening, this, SIGNAL(ReverseState()), closing);
-    machine.AddTransition(closing, this, SIGNAL(ReverseState()), opening);
-    machine.AddTransition(opened, this, SIGNAL(ReverseState()), closing);
-    machine.AddTransition(closed, this, SIGNAL(ReverseState()), opening);
-
-    machine.Notify(closed, this, SLOT(OnClosedStateEntered()), SLOT(OnClosedStateExited()));
-    machine.Notify(opened, this, SLOT(OnOpenedStateEntered()), SLOT(OnOpenedStateExited()));
-    machine.Notify(initial, this, SLOT(OnInitialStateEntered()), nullptr);
-
+    m_initialState = machine.AddState("InitialState", {progress(0)});
+    m_openedState = machine.AddState("OpenedState", {progress(0)});
+    m_openingState = machine.AddState("OpeningState", {progress(0)});
+    m_openedAfterState = machine.AddState("OpenedStateAfter", {progress(0)});
+    m_closingState = machine.AddState("ClosingState", {progress(100)});
+    m_closedState = machine.AddState("ClosedState", {progress(100)});
+    m_closedAfterState = machine.AddState("ClosedStateAfter", {progress(100)});
+    AddExpandCollapseTransitions(machine, this,
+                                 {m_initialState, m_openedState, m_openingState, m_openedAfterState, m_closingState,
+                                  m_closedState, m_closedAfterState});
     InitAnimation();
-    machine.Start(initial);
+    machine.Start(m_initialState);
 }
 
 void CardWidget::InitAnimation()

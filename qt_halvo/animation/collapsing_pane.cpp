@@ -1,6 +1,7 @@
 #include <qt_halvo/animation/collapsing_pane.h>
 
 #include "animated_state_machine_p.h"
+#include "expand_collapse_transitions_p.h"
 
 #include <qt_halvo/utilities/hidpi_utils.h>
 
@@ -239,37 +240,11 @@ void CollapsingPane::InitStateMachine()
     m_closedState = machine.AddState("ClosedState");
     m_closedAfterState = machine.AddState("ClosedStateAfter");
 
-    QState* initial = m_initialState;
-    QState* opened = m_openedState;
-    QState* opening = m_openingState;
-    QState* closing = m_closingState;
-    QState* closed = m_closedState;
-    machine.AddTransition(initial, this, SIGNAL(DoHide()), closed);
-    machine.AddTransition(initial, this, SIGNAL(DoShow()), opened);
-    machine.AddTransition(opening, this, SIGNAL(DoCollapse()), closing);
-    machine.AddTransition(opening, opening, SIGNAL(propertiesAssigned()), opened);
-    machine.AddTransition(opening, this, SIGNAL(DoHide()), closed);
-    machine.AddTransition(opening, this, SIGNAL(DoShow()), opened);
-    machine.AddTransition(closing, this, SIGNAL(DoExpand()), opening);
-    machine.AddTransition(closing, closing, SIGNAL(propertiesAssigned()), closed);
-    machine.AddTransition(closing, this, SIGNAL(DoHide()), closed);
-    machine.AddTransition(closing, this, SIGNAL(DoShow()), opened);
-    machine.AddTransition(opened, this, SIGNAL(DoCollapse()), closing);
-    machine.AddTransition(opened, this, SIGNAL(DoHide()), closed);
-    machine.AddTransition(closed, this, SIGNAL(DoExpand()), m_closedAfterState);
-    machine.AddTransition(closed, this, SIGNAL(DoShow()), opened);
-    machine.AddImmediateTransition(m_closedAfterState, opening);
-    machine.AddTransition(opening, this, SIGNAL(ReverseState()), closing);
-    machine.AddTransition(closing, this, SIGNAL(ReverseState()), opening);
-    machine.AddTransition(opened, this, SIGNAL(ReverseState()), closing);
-    machine.AddTransition(closed, this, SIGNAL(ReverseState()), opening);
-
-    machine.Notify(closed, this, SLOT(OnClosedStateEntered()), SLOT(OnClosedStateExited()));
-    machine.Notify(opened, this, SLOT(OnOpenedStateEntered()), SLOT(OnOpenedStateExited()));
-    machine.Notify(initial, this, SLOT(OnInitialStateEntered()), nullptr);
-
+    AddExpandCollapseTransitions(machine, this,
+                                 {m_initialState, m_openedState, m_openingState, nullptr, m_closingState, m_closedState,
+                                  m_closedAfterState});
     InitAnimation();
-    machine.Start(initial);
+    machine.Start(m_initialState);
 }
 
 void CollapsingPane::InitAnimation()

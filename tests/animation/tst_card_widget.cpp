@@ -1,6 +1,8 @@
 #include <qt_halvo/animation/card_animation_widget.h>
 #include <qt_halvo/animation/card_widget.h>
 
+#include "rest_signal_log.h"
+
 #include <QtTest/QtTest>
 #include <QtWidgets/QLabel>
 
@@ -29,12 +31,7 @@ struct Fixture
         if (pages > 1)
             card->addWidget(Face(QStringLiteral("closed"), Qt::blue));
         card->resize(200, 120);
-        QObject::connect(card, QOverload<>::of(&CardWidget::Collapsed), [this] { log << "Collapsed()"; });
-        QObject::connect(card, QOverload<bool>::of(&CardWidget::Collapsed),
-                         [this](bool on) { log << QStringLiteral("Collapsed(%1)").arg(on ? "true" : "false"); });
-        QObject::connect(card, QOverload<>::of(&CardWidget::Expanded), [this] { log << "Expanded()"; });
-        QObject::connect(card, QOverload<bool>::of(&CardWidget::Expanded),
-                         [this](bool on) { log << QStringLiteral("Expanded(%1)").arg(on ? "true" : "false"); });
+        RecordRestSignals(card, &log);
         QObject::connect(card, &CardWidget::Expanding, [this] {
             progress << card->property("card_progress").toInt();
             animationPageShown = animationPageShown && AnimationPage() && card->currentWidget() == AnimationPage();

@@ -1,6 +1,8 @@
 #include <qt_halvo/animation/collapsing_pane.h>
 
 #include <QtGui/QPainter>
+#include "rest_signal_log.h"
+
 #include <QtTest/QtTest>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLayout>
@@ -60,12 +62,7 @@ struct Fixture
         layout->addWidget(pane);
         layout->addStretch();
         window.resize(300, 400);
-        QObject::connect(pane, QOverload<>::of(&CollapsingPane::Collapsed), [this] { log << "Collapsed()"; });
-        QObject::connect(pane, QOverload<bool>::of(&CollapsingPane::Collapsed),
-                         [this](bool on) { log << QStringLiteral("Collapsed(%1)").arg(on ? "true" : "false"); });
-        QObject::connect(pane, QOverload<>::of(&CollapsingPane::Expanded), [this] { log << "Expanded()"; });
-        QObject::connect(pane, QOverload<bool>::of(&CollapsingPane::Expanded),
-                         [this](bool on) { log << QStringLiteral("Expanded(%1)").arg(on ? "true" : "false"); });
+        RecordRestSignals(pane, &log);
         QObject::connect(pane, &CollapsingPane::Expanding, [this] {
             heights << pane->maximumHeight();
             QWidget* content = pane->widget();

@@ -1,6 +1,21 @@
 #include "gallery_pages.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+
+QLabel* CreateSectionTitle(const QString& text, QWidget* parent)
+{
+    auto* title = new QLabel(text, parent);
+    title->setObjectName(QStringLiteral("SectionTitle"));
+    return title;
+}
+
+void ClickButton(QWidget* page, const char* objectName)
+{
+    if (auto* button = page->findChild<QPushButton*>(QLatin1String(objectName)))
+        button->click();
+}
 
 QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
 {

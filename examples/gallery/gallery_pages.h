@@ -6,6 +6,7 @@
 #include <functional>
 
 class GalleryTheme;
+class QLabel;
 class QWidget;
 
 // A further picture of a page, taken after doing something on it: "<id>_<suffix>.png".
@@ -29,6 +30,11 @@ struct GalleryPage
 // Every page, in the order of the page list. Each family's page adds itself here.
 // Pages that follow the theme keep a reference to it, so it must outlive them.
 QVector<GalleryPage> GalleryPages(GalleryTheme& theme);
+
+// Helpers of the pages.
+QLabel* CreateSectionTitle(const QString& text, QWidget* parent);
+// Clicks the page's push button of this object name, if there is one.
+void ClickButton(QWidget* page, const char* objectName);
 
 QWidget* CreateOverviewPage();
 QWidget* CreateStyleConstantsPage(GalleryTheme& theme);

@@ -161,10 +161,8 @@ QVector<GalleryMoment> AnimationPageMoments()
 {
     return {{QStringLiteral("moving"),
              [](QWidget* page) {
-                 for (const char* name : {"BarToggle", "FadeToggle", "BlurToggle"}) {
-                     if (auto* button = page->findChild<QPushButton*>(QLatin1String(name)))
-                         button->click();
-                 }
+                 for (const char* name : {"BarToggle", "FadeToggle", "BlurToggle"})
+                     ClickButton(page, name);
              },
              200}};
 }

@@ -20,13 +20,6 @@ QString Translate(const char* text)
     return QCoreApplication::translate("Gallery", text);
 }
 
-QLabel* CreateSectionTitle(const QString& text, QWidget* parent)
-{
-    auto* title = new QLabel(text, parent);
-    title->setObjectName(QStringLiteral("SectionTitle"));
-    return title;
-}
-
 QWidget* CreateDetailsForm()
 {
     auto* form = new QFrame;
@@ -106,12 +99,6 @@ QWidget* CreateExpandDemo(QWidget* parent)
     return demo;
 }
 
-void Click(QWidget* page, const char* buttonName)
-{
-    if (auto* button = page->findChild<QPushButton*>(QLatin1String(buttonName)))
-        button->click();
-}
-
 } // namespace
 
 QWidget* CreateExpandingPage()
@@ -142,9 +129,9 @@ QWidget* CreateExpandingPage()
 QVector<GalleryMoment> ExpandingPageMoments()
 {
     return {
-        {QStringLiteral("opening"), [](QWidget* page) { Click(page, "PaneToggle"); }, 200},
+        {QStringLiteral("opening"), [](QWidget* page) { ClickButton(page, "PaneToggle"); }, 200},
         {QStringLiteral("opened"), nullptr, 700},
-        {QStringLiteral("expanding"), [](QWidget* page) { Click(page, "ExpandToggle"); }, 150},
+        {QStringLiteral("expanding"), [](QWidget* page) { ClickButton(page, "ExpandToggle"); }, 150},
         {QStringLiteral("expanded"), nullptr, 700},
     };
 }

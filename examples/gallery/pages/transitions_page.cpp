@@ -19,13 +19,6 @@ QString Translate(const char* text)
     return QCoreApplication::translate("Gallery", text);
 }
 
-QLabel* CreateSectionTitle(const QString& text, QWidget* parent)
-{
-    auto* title = new QLabel(text, parent);
-    title->setObjectName(QStringLiteral("SectionTitle"));
-    return title;
-}
-
 // One face of the card: a heading, a line of text and a button that turns the card.
 QFrame* CreateFace(const char* objectName, const QString& heading, const QString& text, QPushButton* button)
 {
@@ -134,12 +127,6 @@ QWidget* CreateMovieDemo(QWidget* parent)
     return demo;
 }
 
-void Click(QWidget* page, const char* buttonName)
-{
-    if (auto* button = page->findChild<QPushButton*>(QLatin1String(buttonName)))
-        button->click();
-}
-
 } // namespace
 
 QWidget* CreateTransitionsPage()
@@ -176,9 +163,9 @@ QVector<GalleryMoment> TransitionsPageMoments()
     return {
         {QStringLiteral("card_blurring"),
          [](QWidget* page) {
-             Click(page, "CardDetails");
-             Click(page, "NextSideways");
-             Click(page, "NextUpAndDown");
+             ClickButton(page, "CardDetails");
+             ClickButton(page, "NextSideways");
+             ClickButton(page, "NextUpAndDown");
          },
          120},
         {QStringLiteral("card_covering"), nullptr, 280},

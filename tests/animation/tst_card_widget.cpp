@@ -1,7 +1,7 @@
 #include <qt_halvo/animation/card_animation_widget.h>
 #include <qt_halvo/animation/card_widget.h>
 
-#include "rest_signal_log.h"
+#include "open_close_test_support.h"
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QLabel>
@@ -66,15 +66,6 @@ struct Fixture
     QVector<int> progress;
     bool animationPageShown = true;
 };
-
-bool IsMonotonic(const QVector<int>& values, bool rising)
-{
-    for (int i = 1; i < values.size(); ++i) {
-        if (rising ? values[i] < values[i - 1] : values[i] > values[i - 1])
-            return false;
-    }
-    return true;
-}
 
 } // namespace
 

@@ -1,7 +1,7 @@
 #include <qt_halvo/animation/collapsing_pane.h>
 
 #include <QtGui/QPainter>
-#include "rest_signal_log.h"
+#include "open_close_test_support.h"
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QLabel>
@@ -113,15 +113,6 @@ struct Fixture
     QVector<int> formResizes;
     bool snapshotShown = true;
 };
-
-bool IsMonotonic(const QVector<int>& values, bool rising)
-{
-    for (int i = 1; i < values.size(); ++i) {
-        if (rising ? values[i] < values[i - 1] : values[i] > values[i - 1])
-            return false;
-    }
-    return true;
-}
 
 } // namespace
 

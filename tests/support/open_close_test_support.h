@@ -1,10 +1,12 @@
-// Records the rest-state signals of a widget that opens and closes (Collapsed() and
-// Expanded() with and without their bool) by name, in the order they come.
+// For the tests of widgets that open and close with an animation.
 #pragma once
 
 #include <QtCore/QObject>
 #include <QtCore/QStringList>
+#include <QtCore/QVector>
 
+// Records the rest-state signals (Collapsed() and Expanded() with and without their
+// bool) by name, in the order they come.
 template <typename Widget>
 void RecordRestSignals(Widget* widget, QStringList* log)
 {
@@ -15,4 +17,14 @@ void RecordRestSignals(Widget* widget, QStringList* log)
     QObject::connect(widget, QOverload<bool>::of(&Widget::Collapsed), [log, named](bool on) { *log << named("Collapsed", on); });
     QObject::connect(widget, QOverload<>::of(&Widget::Expanded), [log] { *log << QStringLiteral("Expanded()"); });
     QObject::connect(widget, QOverload<bool>::of(&Widget::Expanded), [log, named](bool on) { *log << named("Expanded", on); });
+}
+
+// Whether the values only rise (or only fall), as an animation's steps should.
+inline bool IsMonotonic(const QVector<int>& values, bool rising)
+{
+    for (int i = 1; i < values.size(); ++i) {
+        if (rising ? values[i] < values[i - 1] : values[i] > values[i - 1])
+            return false;
+    }
+    return true;
 }

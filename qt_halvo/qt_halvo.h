@@ -19,6 +19,7 @@
 #include <qt_halvo/animation/movie_widget.h>
 #include <qt_halvo/animation/opacity_animation_controller.h>
 #include <qt_halvo/animation/two_state_animator.h>
+#include <qt_halvo/layouts/flow_layout.h>
 #include <qt_halvo/application/application.h>
 #include <qt_halvo/application/inter_process_event.h>
 #include <qt_halvo/application/run_async.h>

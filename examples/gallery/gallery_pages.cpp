@@ -35,5 +35,8 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
         //: Page list entry: the card, the sliding stack and the frame animations.
         {QStringLiteral("transitions"), QCoreApplication::translate("Gallery", "Page transitions"), CreateTransitionsPage,
          0, TransitionsPageMoments()},
+        //: Page list entry: the flow layout, anchors and overlays.
+        {QStringLiteral("layouts"), QCoreApplication::translate("Gallery", "Layouts"), CreateLayoutsPage, 0,
+         LayoutsPageMoments()},
     };
 }

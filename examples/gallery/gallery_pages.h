@@ -45,3 +45,5 @@ QWidget* CreateExpandingPage();
 QVector<GalleryMoment> ExpandingPageMoments();
 QWidget* CreateTransitionsPage();
 QVector<GalleryMoment> TransitionsPageMoments();
+QWidget* CreateLayoutsPage();
+QVector<GalleryMoment> LayoutsPageMoments();

@@ -28,6 +28,15 @@ const DisplayInfo& CachedDisplayInfo()
     return info;
 }
 
+const MonitorRecord* PrimaryMonitor(const DisplayInfo& info)
+{
+    for (const MonitorRecord& monitor : info.monitors) {
+        if (monitor.primary)
+            return &monitor;
+    }
+    return nullptr;
+}
+
 std::uint32_t ScalingPercent(std::uint32_t systemDpi)
 {
     return std::uint32_t(std::uint64_t(systemDpi) * 100 / 96);

@@ -92,13 +92,16 @@ std::optional<Rectangle> WorkArea(Display* display, Window root)
     return Rectangle{area[0], area[1], area[2], area[3]};
 }
 
-MonitorRecord Record(const Rectangle& monitor, long millimetres, const std::optional<Rectangle>& workArea)
+MonitorRecord Record(const Rectangle& monitor, long millimetres, const std::optional<Rectangle>& workArea, bool primary)
 {
     MonitorRecord record;
     record.width = std::uint32_t(monitor.width);
     record.height = std::uint32_t(monitor.height);
     record.workWidth = record.width;
     record.workHeight = record.height;
+    record.workLeft = std::int32_t(monitor.x);
+    record.workTop = std::int32_t(monitor.y);
+    record.primary = primary;
     if (workArea) {
         const long left = std::max(monitor.x, workArea->x);
         const long top = std::max(monitor.y, workArea->y);
@@ -107,6 +110,8 @@ MonitorRecord Record(const Rectangle& monitor, long millimetres, const std::opti
         if (right > left && bottom > top) {
             record.workWidth = std::uint32_t(right - left);
             record.workHeight = std::uint32_t(bottom - top);
+            record.workLeft = std::int32_t(left);
+            record.workTop = std::int32_t(top);
         }
     }
     record.physicalDpi = PhysicalDpi(std::uint64_t(std::max(0L, monitor.width)), std::uint64_t(std::max(0L, millimetres)));
@@ -136,16 +141,19 @@ std::vector<MonitorRecord> Monitors(Display* display, Window root)
         XRRMonitorInfo* monitors = XRRGetMonitors(display, root, True, &count);
         for (int i = 0; i < count; ++i) {
             const XRRMonitorInfo& monitor = monitors[i];
-            keep(Record({monitor.x, monitor.y, monitor.width, monitor.height}, monitor.mwidth, workArea));
+            keep(Record({monitor.x, monitor.y, monitor.width, monitor.height}, monitor.mwidth, workArea, monitor.primary));
         }
         if (monitors)
             XRRFreeMonitors(monitors);
+        // Without a primary output set, the first monitor stands for it, as on most desktops.
+        if (!records.empty() && std::none_of(records.begin(), records.end(), [](const MonitorRecord& r) { return r.primary; }))
+            records.front().primary = true;
     }
     if (records.empty()) {
         // No XRandR 1.5: the screen stands for the monitor.
         const int screen = DefaultScreen(display);
         keep(Record({0, 0, DisplayWidth(display, screen), DisplayHeight(display, screen)},
-                    DisplayWidthMM(display, screen), workArea));
+                    DisplayWidthMM(display, screen), workArea, true));
     }
     return records;
 }

@@ -15,6 +15,9 @@ struct MonitorRecord
     std::uint32_t workWidth = 0;   // of its work area (without task bars and docks)
     std::uint32_t workHeight = 0;
     std::uint32_t physicalDpi = 0; // from its size in millimetres; 0 when unknown
+    std::int32_t workLeft = 0;     // top-left of the work area, in the desktop's pixels
+    std::int32_t workTop = 0;
+    bool primary = false;
 };
 
 struct DisplayInfo
@@ -34,6 +37,9 @@ DisplayInfo GatherDisplayInfo();
 
 // The displays as measured on the first call, for the life of the process. Thread-safe.
 const DisplayInfo& CachedDisplayInfo();
+
+// The primary monitor's record; null when none is marked primary.
+const MonitorRecord* PrimaryMonitor(const DisplayInfo& info);
 
 // System DPI / 96 * 100, truncated: 96 gives 100, 120 gives 125, 144 gives 150.
 std::uint32_t ScalingPercent(std::uint32_t systemDpi);

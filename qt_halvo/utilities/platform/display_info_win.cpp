@@ -68,6 +68,9 @@ BOOL CALLBACK AddMonitor(HMONITOR monitor, HDC, LPRECT, LPARAM data)
         return TRUE;
     record.workWidth = Extent(info.rcWork.left, info.rcWork.right);
     record.workHeight = Extent(info.rcWork.top, info.rcWork.bottom);
+    record.workLeft = info.rcWork.left;
+    record.workTop = info.rcWork.top;
+    record.primary = (info.dwFlags & MONITORINFOF_PRIMARY) != 0;
     record.physicalDpi = ReadPhysicalDpi(info.szDevice);
     monitors->push_back(record);
     return TRUE;

@@ -225,6 +225,9 @@ struct SystemMonitor
     std::uint32_t height = 0;
     std::uint32_t workWidth = 0;
     std::uint32_t workHeight = 0;
+    std::int32_t workLeft = 0;
+    std::int32_t workTop = 0;
+    bool primary = false;
 };
 
 BOOL CALLBACK CollectMonitor(HMONITOR monitor, HDC, LPRECT, LPARAM data)
@@ -237,6 +240,9 @@ BOOL CALLBACK CollectMonitor(HMONITOR monitor, HDC, LPRECT, LPARAM data)
         record.height = std::uint32_t(info.rcMonitor.bottom - info.rcMonitor.top);
         record.workWidth = std::uint32_t(info.rcWork.right - info.rcWork.left);
         record.workHeight = std::uint32_t(info.rcWork.bottom - info.rcWork.top);
+        record.workLeft = info.rcWork.left;
+        record.workTop = info.rcWork.top;
+        record.primary = (info.dwFlags & MONITORINFOF_PRIMARY) != 0;
         if (record.width && record.height)
             reinterpret_cast<std::vector<SystemMonitor>*>(data)->push_back(record);
     }
@@ -275,7 +281,11 @@ void GatheredFromWin32()
         CHECK(info.monitors[index].height == monitors[index].height);
         CHECK(info.monitors[index].workWidth == monitors[index].workWidth);
         CHECK(info.monitors[index].workHeight == monitors[index].workHeight);
+        CHECK(info.monitors[index].workLeft == monitors[index].workLeft);
+        CHECK(info.monitors[index].workTop == monitors[index].workTop);
+        CHECK(info.monitors[index].primary == monitors[index].primary);
     }
+    CHECK(PrimaryMonitor(info) != nullptr);
 
     const int frameHeight = GetSystemMetrics(SM_CYFRAME);
     const int frameWidth = GetSystemMetrics(SM_CXFRAME);
@@ -318,6 +328,17 @@ void GatheredFromX(bool screenGiven, std::uint32_t width, std::uint32_t height)
         if (!info.monitors.empty()) {
             CHECK(info.monitors[0].width == width);
             CHECK(info.monitors[0].height == height);
+        }
+        // The only monitor is the primary one; its work area is what the window manager
+        // publishes (the test can set one), else the whole monitor.
+        const MonitorRecord* primary = PrimaryMonitor(info);
+        CHECK(primary != nullptr);
+        long area[4] = {0, 0, long(width), long(height)};
+        if (const char* published = std::getenv("QT_HALVO_XVFB_WORKAREA"))
+            CHECK(std::sscanf(published, "%ld, %ld, %ld, %ld", &area[0], &area[1], &area[2], &area[3]) == 4);
+        if (primary) {
+            CHECK(primary->workLeft == area[0] && primary->workTop == area[1]);
+            CHECK(primary->workWidth == std::uint32_t(area[2]) && primary->workHeight == std::uint32_t(area[3]));
         }
     }
 

@@ -19,6 +19,10 @@
 #include <qt_halvo/animation/movie_widget.h>
 #include <qt_halvo/animation/opacity_animation_controller.h>
 #include <qt_halvo/animation/two_state_animator.h>
+#include <qt_halvo/layouts/anchor_controller.h>
+#include <qt_halvo/layouts/anchor_layout.h>
+#include <qt_halvo/layouts/desktop_widget.h>
+#include <qt_halvo/layouts/display_watcher.h>
 #include <qt_halvo/layouts/flow_layout.h>
 #include <qt_halvo/application/application.h>
 #include <qt_halvo/application/inter_process_event.h>

@@ -24,6 +24,10 @@
 #include <qt_halvo/layouts/desktop_widget.h>
 #include <qt_halvo/layouts/display_watcher.h>
 #include <qt_halvo/layouts/flow_layout.h>
+#include <qt_halvo/layouts/lightbox_controller.h>
+#include <qt_halvo/layouts/overlay_conroller.h>
+#include <qt_halvo/layouts/overlay_hover_controller.h>
+#include <qt_halvo/layouts/overlay_simple_controller.h>
 #include <qt_halvo/application/application.h>
 #include <qt_halvo/application/inter_process_event.h>
 #include <qt_halvo/application/run_async.h>

@@ -38,5 +38,8 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
         //: Page list entry: the flow layout, anchors and overlays.
         {QStringLiteral("layouts"), QCoreApplication::translate("Gallery", "Layouts"), CreateLayoutsPage, 0,
          LayoutsPageMoments()},
+        //: Page list entry: the hover overlay and the lightbox.
+        {QStringLiteral("overlays"), QCoreApplication::translate("Gallery", "Overlays"), CreateOverlaysPage, 0,
+         OverlaysPageMoments()},
     };
 }

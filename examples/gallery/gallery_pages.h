@@ -47,3 +47,5 @@ QWidget* CreateTransitionsPage();
 QVector<GalleryMoment> TransitionsPageMoments();
 QWidget* CreateLayoutsPage();
 QVector<GalleryMoment> LayoutsPageMoments();
+QWidget* CreateOverlaysPage();
+QVector<GalleryMoment> OverlaysPageMoments();

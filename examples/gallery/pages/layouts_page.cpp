@@ -70,7 +70,7 @@ QWidget* CreateAnchorsDemo(QWidget* parent)
 {
     auto* area = new QFrame(parent);
     area->setObjectName(QStringLiteral("AnchorArea"));
-    area->setMinimumHeight(150);
+    area->setMinimumHeight(130);
     //: A box that another label is anchored to.
     auto* box = new QLabel(Translate("Target"), area);
     box->setObjectName(QStringLiteral("AnchorTarget"));
@@ -139,6 +139,7 @@ QWidget* CreateLayoutsPage()
     row->addWidget(toast);
     row->addStretch();
     layout->addLayout(row);
+
     return page;
 }
 

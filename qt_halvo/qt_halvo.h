@@ -34,3 +34,4 @@
 #include <qt_halvo/styles/style_sheet.h>
 #include <qt_halvo/styles/stylesheet_pseudo_states_helper.h>
 #include <qt_halvo/utilities/hidpi_utils.h>
+#include <qt_halvo/widgets/text/autoresized_text.h>

@@ -35,3 +35,5 @@
 #include <qt_halvo/styles/stylesheet_pseudo_states_helper.h>
 #include <qt_halvo/utilities/hidpi_utils.h>
 #include <qt_halvo/widgets/text/autoresized_text.h>
+#include <qt_halvo/widgets/text/expanding_label.h>
+#include <qt_halvo/widgets/text/multi_line_label.h>

@@ -35,5 +35,11 @@
 #include <qt_halvo/styles/stylesheet_pseudo_states_helper.h>
 #include <qt_halvo/utilities/hidpi_utils.h>
 #include <qt_halvo/widgets/text/autoresized_text.h>
+#include <qt_halvo/widgets/text/clickable_label.h>
 #include <qt_halvo/widgets/text/expanding_label.h>
+#include <qt_halvo/widgets/text/hoverable_check_box.h>
+#include <qt_halvo/widgets/text/link_label.h>
+#include <qt_halvo/widgets/text/link_text_builder.h>
+#include <qt_halvo/widgets/text/linkable_checkbox.h>
 #include <qt_halvo/widgets/text/multi_line_label.h>
+#include <qt_halvo/widgets/text/rich_text.h>

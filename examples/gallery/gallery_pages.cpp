@@ -41,5 +41,7 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
         //: Page list entry: the hover overlay and the lightbox.
         {QStringLiteral("overlays"), QCoreApplication::translate("Gallery", "Overlays"), CreateOverlaysPage, 0,
          OverlaysPageMoments()},
+        //: Page list entry: the text widgets.
+        {QStringLiteral("text"), QCoreApplication::translate("Gallery", "Text"), CreateTextPage, 0, TextPageMoments()},
     };
 }

@@ -49,3 +49,5 @@ QWidget* CreateLayoutsPage();
 QVector<GalleryMoment> LayoutsPageMoments();
 QWidget* CreateOverlaysPage();
 QVector<GalleryMoment> OverlaysPageMoments();
+QWidget* CreateTextPage();
+QVector<GalleryMoment> TextPageMoments();

@@ -20,13 +20,18 @@ QString ColorsPath(GalleryTheme::Variant variant)
                                                   : QStringLiteral(":/gallery/colors_light.json");
 }
 
-// Links are drawn from the palette, which the sheet does not reach.
+// Links and plain labels are drawn from the palette. Giving labels their colour through
+// the palette rather than a sheet rule leaves widgets free to set their own foreground
+// (a link label's colour, a fading text's gradient).
 void ApplyLinkColors()
 {
     const QColor link(OrvantaQT::GetCSSData(QStringLiteral("linkColor")).toString());
+    const QColor text(OrvantaQT::GetCSSData(QStringLiteral("primaryText")).toString());
     QPalette palette = QGuiApplication::palette();
     palette.setBrush(QPalette::All, QPalette::Link, QBrush(link));
     palette.setBrush(QPalette::All, QPalette::LinkVisited, QBrush(link));
+    palette.setBrush(QPalette::All, QPalette::WindowText, QBrush(text));
+    palette.setBrush(QPalette::All, QPalette::Text, QBrush(text));
     QApplication::setPalette(palette);
 }
 

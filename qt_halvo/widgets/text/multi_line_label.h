@@ -6,8 +6,11 @@
 
 namespace OrvantaQT {
 
-// Shows a multi-line text as one rich-text paragraph with a chosen line height (in
-// percent of the font's), and tells where its last line ends.
+// Shows a multi-line text as one rich-text paragraph, "<p style = \"line-height:N\">",
+// and tells where its last line ends, counting N as a percentage of the font's height.
+// The value has no unit, and Qt 5.15's rich text reads a unitless line height as a
+// multiple of the font's (as CSS does): there, 1 or 2 give single or double spacing, and
+// 100 gives a hundredfold one.
 class QT_HALVO_EXPORT MultiLineLabel : public QLabel
 {
     Q_OBJECT

@@ -34,6 +34,7 @@
 #include <qt_halvo/styles/style_sheet.h>
 #include <qt_halvo/styles/stylesheet_pseudo_states_helper.h>
 #include <qt_halvo/utilities/hidpi_utils.h>
+#include <qt_halvo/widgets/input/email_validation.h>
 #include <qt_halvo/widgets/text/autoresized_text.h>
 #include <qt_halvo/widgets/text/clickable_label.h>
 #include <qt_halvo/widgets/text/expanding_label.h>

@@ -43,5 +43,7 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
          OverlaysPageMoments()},
         //: Page list entry: the text widgets.
         {QStringLiteral("text"), QCoreApplication::translate("Gallery", "Text"), CreateTextPage, 0, TextPageMoments()},
+        //: Page list entry: the input widgets.
+        {QStringLiteral("input"), QCoreApplication::translate("Gallery", "Input"), CreateInputPage, 0, InputPageMoments()},
     };
 }

@@ -51,3 +51,5 @@ QWidget* CreateOverlaysPage();
 QVector<GalleryMoment> OverlaysPageMoments();
 QWidget* CreateTextPage();
 QVector<GalleryMoment> TextPageMoments();
+QWidget* CreateInputPage();
+QVector<GalleryMoment> InputPageMoments();

@@ -34,9 +34,11 @@
 #include <qt_halvo/styles/style_sheet.h>
 #include <qt_halvo/styles/stylesheet_pseudo_states_helper.h>
 #include <qt_halvo/utilities/hidpi_utils.h>
+#include <qt_halvo/widgets/input/button_line_edit.h>
 #include <qt_halvo/widgets/input/combo_box_helpers.h>
 #include <qt_halvo/widgets/input/combo_box_with_placeholder.h>
 #include <qt_halvo/widgets/input/custom_combo_box.h>
+#include <qt_halvo/widgets/input/custom_line_edit.h>
 #include <qt_halvo/widgets/input/email_validation.h>
 #include <qt_halvo/widgets/text/autoresized_text.h>
 #include <qt_halvo/widgets/text/clickable_label.h>

@@ -1,8 +1,10 @@
 #include "gallery_pages.h"
 
+#include <qt_halvo/widgets/input/button_line_edit.h>
 #include <qt_halvo/widgets/input/combo_box_helpers.h>
 #include <qt_halvo/widgets/input/combo_box_with_placeholder.h>
 #include <qt_halvo/widgets/input/custom_combo_box.h>
+#include <qt_halvo/widgets/input/custom_line_edit.h>
 #include <qt_halvo/widgets/input/email_validation.h>
 
 #include <QtCore/QCoreApplication>
@@ -11,6 +13,7 @@
 #include <QtWidgets/QFormLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
@@ -105,6 +108,42 @@ QWidget* CreateEmailField(QWidget* parent)
     return box;
 }
 
+// A custom line edit in each left mode, with the busy one switchable, and a line edit
+// with a button.
+QWidget* CreateLineEdits(QWidget* parent)
+{
+    auto* box = new QWidget(parent);
+    auto* form = new QFormLayout(box);
+    //: Row labels: the left control a line edit shows (none, a label, a busy animation, a button).
+    const char* const modes[] = {QT_TRANSLATE_NOOP("Gallery", "Nothing:"), QT_TRANSLATE_NOOP("Gallery", "Label:"),
+                                 QT_TRANSLATE_NOOP("Gallery", "Busy:"), QT_TRANSLATE_NOOP("Gallery", "Button:")};
+    OrvantaQT::CustomLineEdit* busy = nullptr;
+    for (int mode = 0; mode < 4; ++mode) {
+        auto* edit = new OrvantaQT::CustomLineEdit(box);
+        edit->setLeftControlMode(mode);
+        //: Sample text in a line edit.
+        edit->setText(Translate("server name"));
+        edit->FillComboBox({QStringLiteral("eu-west"), QStringLiteral("us-east")}, 0);
+        edit->SetComboBoxConstEnding(QStringLiteral(".example.org"));
+        form->addRow(Translate(modes[mode]), edit);
+        if (mode == 2)
+            busy = edit;
+    }
+    //: Button that stops or starts the busy animation of a line edit.
+    auto* toggle = new QPushButton(Translate("Busy"), box);
+    toggle->setCheckable(true);
+    toggle->setChecked(true);
+    QObject::connect(toggle, &QPushButton::toggled, busy, [busy](bool on) { busy->setLeftControlMode(on ? 2 : 0); });
+    form->addRow(QString(), toggle);
+
+    auto* withButton = new OrvantaQT::ButtonLineEdit(box);
+    //: Placeholder of a line edit with a button.
+    withButton->setPlaceholderText(Translate("Type and press the button"));
+    //: Row label: a line edit with a button at its right end.
+    form->addRow(Translate("With a button:"), withButton);
+    return box;
+}
+
 } // namespace
 
 QWidget* CreateInputPage()
@@ -116,6 +155,9 @@ QWidget* CreateInputPage()
     auto* title = new QLabel(Translate("Input"), page);
     title->setObjectName(QStringLiteral("PageTitle"));
     layout->addWidget(title);
+    //: Section title on the gallery's input page.
+    layout->addWidget(CreateSectionTitle(Translate("Line edits"), page));
+    layout->addWidget(CreateLineEdits(page));
     //: Section title on the gallery's input page.
     layout->addWidget(CreateSectionTitle(Translate("Combo boxes"), page));
     layout->addWidget(CreateCombos(page));

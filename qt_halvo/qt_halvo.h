@@ -33,6 +33,7 @@
 #include <qt_halvo/application/run_async.h>
 #include <qt_halvo/styles/style_sheet.h>
 #include <qt_halvo/styles/stylesheet_pseudo_states_helper.h>
+#include <qt_halvo/utilities/border_pixmap_painter.h>
 #include <qt_halvo/utilities/hidpi_utils.h>
 #include <qt_halvo/widgets/input/button_line_edit.h>
 #include <qt_halvo/widgets/input/combo_box_helpers.h>
@@ -40,6 +41,7 @@
 #include <qt_halvo/widgets/input/custom_combo_box.h>
 #include <qt_halvo/widgets/input/custom_line_edit.h>
 #include <qt_halvo/widgets/input/email_validation.h>
+#include <qt_halvo/widgets/input/search_box.h>
 #include <qt_halvo/widgets/text/autoresized_text.h>
 #include <qt_halvo/widgets/text/clickable_label.h>
 #include <qt_halvo/widgets/text/expanding_label.h>

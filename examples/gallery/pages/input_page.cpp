@@ -6,6 +6,7 @@
 #include <qt_halvo/widgets/input/custom_combo_box.h>
 #include <qt_halvo/widgets/input/custom_line_edit.h>
 #include <qt_halvo/widgets/input/email_validation.h>
+#include <qt_halvo/widgets/input/search_box.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QRegExpValidator>
@@ -144,6 +145,41 @@ QWidget* CreateLineEdits(QWidget* parent)
     return box;
 }
 
+// Search boxes: one that searches as one types, one with search and history buttons,
+// and a label that tells what they report.
+QWidget* CreateSearchBoxes(QWidget* parent)
+{
+    auto* box = new QWidget(parent);
+    auto* form = new QFormLayout(box);
+    auto* report = new QLabel(box);
+    const auto reportTo = [report](OrvantaQT::SearchBox* search) {
+        //: Reports of the gallery's search boxes.
+        QObject::connect(search, &OrvantaQT::SearchBox::searchStarted, report,
+                         [report, search] { report->setText(Translate("Searching for \"%1\"").arg(search->text())); });
+        QObject::connect(search, &OrvantaQT::SearchBox::resetSearch, report,
+                         [report] { report->setText(Translate("Search cleared")); });
+        QObject::connect(search, &OrvantaQT::SearchBox::historyBrowse, report,
+                         [report] { report->setText(Translate("History asked for")); });
+    };
+    auto* typing = new OrvantaQT::SearchBox(box);
+    //: Cue text of a search box that searches as one types.
+    typing->SetCueText(Translate("Search as you type"));
+    reportTo(typing);
+    auto* buttons = new OrvantaQT::SearchBox(box);
+    buttons->SetShowSearchButton(true);
+    buttons->SetShowHistoryButton(true);
+    //: Cue text of a search box with buttons.
+    buttons->SetCueText(Translate("Press Return or the button"));
+    buttons->setText(QStringLiteral("qt_halvo"));
+    buttons->SetCancelMode(true);
+    reportTo(buttons);
+    //: Row labels: two kinds of search box, and what they report.
+    form->addRow(Translate("While typing:"), typing);
+    form->addRow(Translate("On demand:"), buttons);
+    form->addRow(Translate("Reported:"), report);
+    return box;
+}
+
 } // namespace
 
 QWidget* CreateInputPage()
@@ -158,6 +194,9 @@ QWidget* CreateInputPage()
     //: Section title on the gallery's input page.
     layout->addWidget(CreateSectionTitle(Translate("Line edits"), page));
     layout->addWidget(CreateLineEdits(page));
+    //: Section title on the gallery's input page.
+    layout->addWidget(CreateSectionTitle(Translate("Search boxes"), page));
+    layout->addWidget(CreateSearchBoxes(page));
     //: Section title on the gallery's input page.
     layout->addWidget(CreateSectionTitle(Translate("Combo boxes"), page));
     layout->addWidget(CreateCombos(page));

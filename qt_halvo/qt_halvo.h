@@ -33,8 +33,12 @@
 #include <qt_halvo/application/run_async.h>
 #include <qt_halvo/styles/style_sheet.h>
 #include <qt_halvo/styles/stylesheet_pseudo_states_helper.h>
+#include <qt_halvo/utilities/border_image_widget.h>
 #include <qt_halvo/utilities/border_pixmap_painter.h>
+#include <qt_halvo/utilities/colorized_image.h>
+#include <qt_halvo/utilities/decorated_border.h>
 #include <qt_halvo/utilities/hidpi_utils.h>
+#include <qt_halvo/utilities/paint_utilities.h>
 #include <qt_halvo/widgets/input/button_line_edit.h>
 #include <qt_halvo/widgets/input/combo_box_helpers.h>
 #include <qt_halvo/widgets/input/combo_box_with_placeholder.h>

@@ -19,6 +19,7 @@
 #include <qt_halvo/animation/movie_widget.h>
 #include <qt_halvo/animation/opacity_animation_controller.h>
 #include <qt_halvo/animation/two_state_animator.h>
+#include <qt_halvo/charts/bar_chart.h>
 #include <qt_halvo/charts/pie_chart.h>
 #include <qt_halvo/charts/plot_widget.h>
 #include <qt_halvo/layouts/anchor_controller.h>

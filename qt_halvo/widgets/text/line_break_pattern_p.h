@@ -8,4 +8,8 @@ namespace OrvantaQT {
 // "\r\n|\n|\r|<br>", case-sensitive; made once, when the library loads.
 const QRegExp& LineBreakPattern();
 
+// The line breaks in the text one after the other ("\r\n" is one), unlike
+// QString::count, which would also count the "\n" inside a "\r\n".
+int CountLineBreaks(const QString& text);
+
 } // namespace OrvantaQT

@@ -4,21 +4,6 @@
 
 namespace OrvantaQT {
 
-namespace {
-
-// Line breaks one after the other ("\r\n" is one), unlike QString::count, which would
-// also count the "\n" inside a "\r\n".
-int CountLineBreaks(const QString& text)
-{
-    QRegExp pattern = LineBreakPattern();
-    int count = 0;
-    for (int at = pattern.indexIn(text); at >= 0; at = pattern.indexIn(text, at + pattern.matchedLength()))
-        ++count;
-    return count;
-}
-
-} // namespace
-
 MultiLineLabel::MultiLineLabel(const QString& text, QWidget* parent)
     : QLabel(parent)
     , m_multilineText(text)

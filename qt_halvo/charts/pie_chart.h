@@ -2,8 +2,10 @@
 
 #include <qt_halvo/qt_halvo_global.h>
 
+#include <QtCore/QLineF>
 #include <QtGui/QColor>
 #include <QtGui/QPainterPath>
+#include <QtGui/QPixmap>
 #include <QtWidgets/QWidget>
 
 namespace OrvantaQT {
@@ -53,20 +55,30 @@ public Q_SLOTS:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
-    void Invalidate();
+    void Invalidate(bool geometry);
     void BuildPaths() const;
+    QPen Pen() const;
+    QLineF RadialEdge(qreal angle) const;
+    void PaintRing();
 
     int m_value = 0;
     int m_maximum = 100;
     int m_borderWidth = 2;
     QColor m_borderColor = Qt::black;
     int m_innerSize = -10;
-    // Rebuilt when a property or the size changes, not per paint.
+    // Rebuilt when a property or the size changes, not per paint; a new value rebuilds
+    // only the slice.
     mutable QPainterPath m_ring;
     mutable QPainterPath m_slice;
-    mutable bool m_pathsValid = false;
+    mutable QLineF m_sliceEdges[2];
+    mutable QRectF m_outer;
+    mutable QRectF m_hole;
+    mutable bool m_ringValid = false;
+    QPixmap m_ringPicture; // the ring as painted; null when it must be painted again
+    mutable bool m_sliceValid = false;
 };
 
 } // namespace OrvantaQT

@@ -6,6 +6,7 @@
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
+#include <QtGui/QStaticText>
 #include <QtWidgets/QToolTip>
 
 #include <algorithm>
@@ -131,6 +132,7 @@ void BarChart::UpdateTotalHeight()
 void BarChart::setChartHeight(int height)
 {
     m_chartHeight = height;
+    InvalidateLegend();
     UpdateTotalHeight();
     adjustSize();
     update();
@@ -158,6 +160,7 @@ void BarChart::setLegendFont(const QFont& font)
 {
     m_legendFont = font;
     QWidget::setFont(font);
+    InvalidateLegend();
     m_legendHeight = m_showLegend ? LegendHeight(QFontMetrics(m_legendFont, this)) : 0;
     UpdateTotalHeight();
     adjustSize();
@@ -196,6 +199,7 @@ void BarChart::ApplyList(const QStringList& list, Apply apply)
 {
     for (int i = 0; i < list.size(); ++i)
         apply(m_barInfos[i], list.at(i)); // a new section starts from the defaults
+    InvalidateLegend();
     update();
 }
 
@@ -210,6 +214,7 @@ void BarChart::setPercentList(const QStringList& list)
     for (int i = 0; i < percents.size(); ++i)
         m_barInfos[i].percent = percents.at(i);
     m_barInfos.erase(m_barInfos.lower_bound(percents.size()), m_barInfos.end());
+    InvalidateLegend();
     update();
 }
 
@@ -277,6 +282,7 @@ void BarChart::setLegendList(const QStringList& list)
         lines = std::max(lines, CountLineBreaks(list.at(i)) + 1);
     }
     m_legendLineCount = lines;
+    InvalidateLegend();
     m_legendHeight = m_showLegend ? LegendHeight(QFontMetrics(m_legendFont, this)) : 0;
     UpdateTotalHeight();
     adjustSize();
@@ -295,6 +301,7 @@ void BarChart::SetBarInfoList(const std::map<int, BarInfo>& infos)
         if (entry.second.percent > 0 || !entry.second.hideIfZero)
             m_barInfos.insert(entry);
     }
+    InvalidateLegend();
     update();
 }
 
@@ -484,6 +491,32 @@ int BarChart::DrawElidedText(QPainter& painter, const QRectF& rect, const QStrin
     return std::min(int(std::floor(rect.width())), metrics.horizontalAdvance(text));
 }
 
+struct BarChart::LegendLayout
+{
+    struct Line
+    {
+        QStaticText text;
+        QPointF topLeft;
+        int index = 0; // which legend line colour applies
+    };
+    struct Part
+    {
+        int key = 0;
+        QRectF dot;
+        QVector<Line> lines;
+    };
+    // What the layout was made for; a different width, height or font makes a new one.
+    int width = -1;
+    int height = -1;
+    QFont painterFont;
+    QVector<Part> parts; // in painting order
+};
+
+void BarChart::InvalidateLegend()
+{
+    m_legend.reset();
+}
+
 void BarChart::PaintLegend(QPainter& painter)
 {
     if (m_barInfos.empty())
@@ -494,61 +527,110 @@ void BarChart::PaintLegend(QPainter& painter)
         UpdateTotalHeight();
         adjustSize();
     }
+    if (!m_legend || m_legend->width != width() || m_legend->height != height || m_legend->painterFont != painter.font())
+        LayOutLegend(painter.font(), height);
+    PaintLegendParts(painter);
+}
+
+// The legend's metrics come from the painter's font until the first text is drawn in the
+// legend font; `currentFont` follows that as drawing would.
+void BarChart::LayOutLegend(const QFont& painterFont, int height)
+{
+    m_legend.reset(new LegendLayout);
+    m_legend->width = width();
+    m_legend->height = height;
+    m_legend->painterFont = painterFont;
+    QFont currentFont = painterFont;
     const int top = kBarTop + m_chartHeight + m_legendGap;
     const int w = width();
     m_legendRects.clear();
     if (m_barInfos.size() == 1) {
         const auto& only = *m_barInfos.begin();
-        m_legendRects[only.first] = PaintLegendPart(painter, QRectF(0, top, w, height), only.first, only.second);
+        LayOutLegendPart(QRectF(0, top, w, height), only.first, only.second, &currentFont);
         return;
     }
     const int n = int(m_barInfos.size());
     const int share = w / n;
     const auto& lastEntry = *m_barInfos.rbegin();
+    const QFontMetrics metrics(currentFont, this);
     QRectF lastRect(w - share, top, share, height);
     int widest = 0;
     for (const QString& line : lastEntry.second.legend.split(LineBreakPattern()))
-        widest = std::max(widest, painter.fontMetrics().horizontalAdvance(line));
-    const int need = painter.fontMetrics().averageCharWidth() + m_legendMarkerSize + 2 * m_legendMarkerOffset + widest;
+        widest = std::max(widest, metrics.horizontalAdvance(line));
+    const int need = metrics.averageCharWidth() + m_legendMarkerSize + 2 * m_legendMarkerOffset + widest;
     if (lastRect.width() - need > 0)
         lastRect.setLeft(lastRect.left() + (lastRect.width() - need));
-    m_legendRects[lastEntry.first] = PaintLegendPart(painter, lastRect, lastEntry.first, lastEntry.second);
+    LayOutLegendPart(lastRect, lastEntry.first, lastEntry.second, &currentFont);
 
     const qreal step = unsigned(w) / unsigned(n - 1);
     qreal x = 0;
     for (const auto& entry : m_barInfos) {
         if (entry.first == lastEntry.first)
             break;
-        m_legendRects[entry.first] = PaintLegendPart(painter, QRectF(x, top, step, height), entry.first, entry.second);
+        LayOutLegendPart(QRectF(x, top, step, height), entry.first, entry.second, &currentFont);
         x = std::trunc(x + step);
     }
 }
 
-QRect BarChart::PaintLegendPart(QPainter& painter, const QRectF& rect, int key, const BarInfo& info)
+// A dot, then the legend's lines elided to the entry's width, each centred in a line of
+// the current font's spacing as text drawn into that rectangle would be.
+void BarChart::LayOutLegendPart(const QRectF& rect, int key, const BarInfo& info, QFont* currentFont)
 {
-    const QColor colour = ColorOf(key, info);
-    painter.setPen(QPen(QBrush(colour.darker(150)), 1.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.setBrush(colour);
-    painter.drawEllipse(QRectF(rect.x() + m_legendMarkerOffset, rect.y() + m_legendMarkerOffset, m_legendMarkerSize,
-                               m_legendMarkerSize));
-
+    LegendLayout::Part part;
+    part.key = key;
+    part.dot = QRectF(rect.x() + m_legendMarkerOffset, rect.y() + m_legendMarkerOffset, m_legendMarkerSize,
+                      m_legendMarkerSize);
     const QRectF text = rect.adjusted(m_legendMarkerSize + 2 * m_legendMarkerOffset, 0, 0, 0);
+    const QFontMetrics metrics(*currentFont, this);
+    const QFontMetrics legendMetrics(m_legendFont, this);
+    const QFontMetricsF legendMetricsF(m_legendFont, this);
+    const int average = legendMetrics.averageCharWidth();
     const QStringList lines = info.legend.split(LineBreakPattern());
-    const QFontMetrics metrics = painter.fontMetrics();
-    const bool active = m_hoveredIndex == -1 || m_hoveredIndex == key;
     qreal y = std::trunc(text.top());
     int widest = 0;
     for (int i = 0; i < lines.size(); ++i) {
-        QColor lineColour = Qt::gray;
-        if (active)
-            lineColour = i < m_legendLineColors.size() ? m_legendLineColors.at(i) : QColor(Qt::gray);
-        else if (m_inactiveLegendColor.isValid())
-            lineColour = m_inactiveLegendColor;
-        const QRectF line(text.left(), y, text.width(), metrics.lineSpacing());
-        widest = std::max(widest, DrawElidedText(painter, line, lines.at(i), lineColour, m_legendFont));
+        const QString& line = lines.at(i);
+        if (!line.isEmpty()) {
+            *currentFont = m_legendFont;
+            if (3 * average < text.width()) {
+                LegendLayout::Line laid;
+                laid.text = QStaticText(legendMetrics.elidedText(line, Qt::ElideRight, int(text.width() - average)));
+                laid.text.setTextFormat(Qt::PlainText);
+                laid.text.prepare(QTransform(), m_legendFont);
+                const qreal textHeight = legendMetricsF.ascent() + legendMetricsF.descent();
+                laid.topLeft = QPointF(text.left() + average, y + (metrics.lineSpacing() - textHeight) / 2);
+                laid.index = i;
+                part.lines << laid;
+            }
+            widest = std::max(widest, std::min(int(std::floor(text.width())), legendMetrics.horizontalAdvance(line)));
+        }
         y = std::trunc(y + metrics.lineSpacing() + metrics.descent());
     }
-    return QRect(int(rect.x()), int(rect.y()), m_legendMarkerSize + 2 * m_legendMarkerOffset + widest, int(rect.height()));
+    m_legendRects[key] =
+        QRect(int(rect.x()), int(rect.y()), m_legendMarkerSize + 2 * m_legendMarkerOffset + widest, int(rect.height()));
+    m_legend->parts << part;
+}
+
+void BarChart::PaintLegendParts(QPainter& painter)
+{
+    painter.setFont(m_legendFont);
+    for (const LegendLayout::Part& part : qAsConst(m_legend->parts)) {
+        const BarInfo& info = m_barInfos.at(part.key);
+        const QColor colour = ColorOf(part.key, info);
+        painter.setPen(QPen(QBrush(colour.darker(150)), 1.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setBrush(colour);
+        painter.drawEllipse(part.dot);
+        const bool active = m_hoveredIndex == -1 || m_hoveredIndex == part.key;
+        for (const LegendLayout::Line& line : part.lines) {
+            QColor lineColour = Qt::gray;
+            if (active)
+                lineColour = line.index < m_legendLineColors.size() ? m_legendLineColors.at(line.index) : QColor(Qt::gray);
+            else if (m_inactiveLegendColor.isValid())
+                lineColour = m_inactiveLegendColor;
+            painter.setPen(lineColour);
+            painter.drawStaticText(line.topLeft, line.text);
+        }
+    }
 }
 
 int BarChart::IndexByPos(const QPoint& pos) const

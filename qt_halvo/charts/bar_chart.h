@@ -8,6 +8,7 @@
 #include <QtWidgets/QWidget>
 
 #include <map>
+#include <memory>
 
 namespace OrvantaQT {
 
@@ -119,7 +120,11 @@ private:
     QColor ColorOf(int key, const BarInfo& info) const;
     void PaintChart(QPainter& painter);
     void PaintLegend(QPainter& painter);
-    QRect PaintLegendPart(QPainter& painter, const QRectF& rect, int key, const BarInfo& info);
+    struct LegendLayout;
+    void LayOutLegend(const QFont& painterFont, int height);
+    void LayOutLegendPart(const QRectF& rect, int key, const BarInfo& info, QFont* currentFont);
+    void PaintLegendParts(QPainter& painter);
+    void InvalidateLegend();
     int DrawElidedText(QPainter& painter, const QRectF& rect, const QString& text, const QColor& color, const QFont& font);
 
     int m_legendHeight = 0;
@@ -141,6 +146,8 @@ private:
     QColor m_inactiveLegendColor;
     bool m_useShading = false;
     int m_hoveredIndex = -1;
+    // The legend's geometry and elided, shaped texts; only its colours follow the hover.
+    std::unique_ptr<LegendLayout> m_legend;
 };
 
 } // namespace OrvantaQT

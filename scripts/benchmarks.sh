@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/setup.sh
-qt_halvo_setup build test
+qt_halvo_setup build test bench
 
 cmake --preset dev
 cmake --build --preset dev

@@ -1,7 +1,7 @@
 #!/bin/bash
 # Installs what building, testing and running qt_halvo needs on Debian 12, and nothing
 # when it is all there already. Sourced by the other scripts; run it alone to set up.
-#   scripts/setup.sh [build] [test] [win32] [fuzz]   (default: build)
+#   scripts/setup.sh [build] [test] [win32] [fuzz] [bench]   (default: build)
 
 qt_halvo_packages() {
     local part
@@ -13,6 +13,7 @@ qt_halvo_packages() {
             test) echo xvfb xauth x11-xserver-utils x11-utils fonts-dejavu-core qt5-image-formats-plugins idn2 ;;
             win32) echo g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix wine64 wine ;;
             fuzz) echo clang libclang-rt-14-dev ;;
+            bench) echo libqt5charts5-dev ;;
         esac
     done
 }

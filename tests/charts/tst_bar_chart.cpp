@@ -58,6 +58,7 @@ private Q_SLOTS:
     void barInfoListDropsEmptySections();
     void legendEntries();
     void hoverAndTooltip();
+    void legendFollowsChanges();
 };
 
 void TestBarChart::sections_data()
@@ -208,6 +209,53 @@ void TestBarChart::hoverAndTooltip()
     QHelpEvent none(QEvent::ToolTip, onSecond, chart->mapToGlobal(onSecond));
     QCoreApplication::sendEvent(chart, &none);
     QVERIFY(!none.isAccepted());
+}
+
+
+// The legend is laid out once and kept: new texts, a new font and a new width must show.
+void TestBarChart::legendFollowsChanges()
+{
+    Chart c({"50", "50"}, 301);
+    c.chart.setLegendList({QStringLiteral("Short"), QStringLiteral("Tail")});
+    c.Paint();
+    const QFontMetrics metrics(TestFont());
+    QCOMPARE(c.chart.LegendRects().at(0).width(), 16 + metrics.horizontalAdvance(QStringLiteral("Short")));
+    const QImage before = c.image;
+
+    c.chart.setLegendList({QStringLiteral("Much longer"), QStringLiteral("Tail")});
+    c.Paint();
+    QCOMPARE(c.chart.LegendRects().at(0).width(), 16 + metrics.horizontalAdvance(QStringLiteral("Much longer")));
+    QVERIFY(c.image != before);
+
+    // A narrower chart moves the last entry, which hugs the right edge.
+    const int lastX = c.chart.LegendRects().at(1).x();
+    c.chart.resize(251, 80);
+    c.Paint();
+    QCOMPARE(c.chart.LegendRects().at(1).x(), lastX - 50);
+
+    QFont big = TestFont();
+    big.setPixelSize(20);
+    c.chart.setLegendFont(big);
+    c.Paint();
+    QCOMPARE(c.chart.LegendRects().at(0).width(), 16 + QFontMetrics(big).horizontalAdvance(QStringLiteral("Much longer")));
+
+    // Hover recolours the kept legend: the other entry's text turns to the inactive colour.
+    c.chart.SetLegendLineColors({Qt::black}, Qt::green);
+    c.Paint();
+    const QRect tail = c.chart.LegendRects().at(1);
+    auto countGreen = [&c, tail]() {
+        int green = 0;
+        for (int y = tail.top(); y <= tail.bottom(); ++y)
+            for (int x = tail.left() + 16; x <= tail.right(); ++x)
+                green += c.image.pixelColor(x, y) == QColor(Qt::green) ? 1 : 0;
+        return green;
+    };
+    QCOMPARE(countGreen(), 0);
+    QMouseEvent move(QEvent::MouseMove, c.chart.SectionRects().at(0).center(), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QCoreApplication::sendEvent(&c.chart, &move);
+    c.Paint();
+    QVERIFY(countGreen() > 0);
 }
 
 QTEST_MAIN(TestBarChart)

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void sliceHoleAndOutline();
     void anchoredTopLeftWhenNotSquare();
     void propertiesReset();
+    void repaintsWhatChanged();
 };
 
 void TestPieChart::sliceHoleAndOutline_data()
@@ -106,6 +107,34 @@ void TestPieChart::propertiesReset()
     QCOMPARE(chart.borderColor(), QColor(Qt::black));
     QCOMPARE(chart.innerSize(), -10);
     QCOMPARE(chart.property("class").toString(), QStringLiteral("pieWidget"));
+}
+
+
+// The ring is kept painted between frames: a new value, size or palette must still show.
+void TestPieChart::repaintsWhatChanged()
+{
+    PieChart chart;
+    chart.resize(100, 100);
+    chart.setValue(25);
+    QCOMPARE(Paint(chart).pixelColor(AtClock(4.5, 35)), QColor(Qt::blue));
+    chart.setValue(50);
+    QCOMPARE(Paint(chart).pixelColor(AtClock(4.5, 35)), QColor(Qt::red));
+    QCOMPARE(Paint(chart).pixelColor(AtClock(7.5, 35)), QColor(Qt::blue));
+
+    chart.resize(200, 200); // the ring grows with the widget
+    QCOMPARE(Paint(chart).pixelColor(180, 100), QColor(Qt::red));
+    QCOMPARE(Paint(chart).pixelColor(20, 100), QColor(Qt::blue));
+
+    QPalette green = chart.palette();
+    green.setColor(QPalette::Window, Qt::green);
+    chart.setPalette(green);
+    QImage image(chart.size(), QImage::Format_ARGB32);
+    image.fill(Qt::white);
+    chart.render(&image);
+    QCOMPARE(image.pixelColor(20, 100), QColor(Qt::green));
+
+    chart.setInnerSize(-80); // a wider hole empties the old ring's inner part
+    QCOMPARE(Paint(chart).pixelColor(40, 100), QColor(Qt::white));
 }
 
 QTEST_MAIN(TestPieChart)

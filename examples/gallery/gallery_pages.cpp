@@ -45,5 +45,8 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
         {QStringLiteral("text"), QCoreApplication::translate("Gallery", "Text"), CreateTextPage, 0, TextPageMoments()},
         //: Page list entry: the input widgets.
         {QStringLiteral("input"), QCoreApplication::translate("Gallery", "Input"), CreateInputPage, 0, InputPageMoments()},
+        //: Page list entry: the bar, pie and plot charts, tinted pictures and a decorated border.
+        {QStringLiteral("charts"), QCoreApplication::translate("Gallery", "Charts"),
+         [&theme] { return CreateChartsPage(theme); }, 600, ChartsPageMoments()},
     };
 }

@@ -53,3 +53,5 @@ QWidget* CreateTextPage();
 QVector<GalleryMoment> TextPageMoments();
 QWidget* CreateInputPage();
 QVector<GalleryMoment> InputPageMoments();
+QWidget* CreateChartsPage(GalleryTheme& theme);
+QVector<GalleryMoment> ChartsPageMoments();

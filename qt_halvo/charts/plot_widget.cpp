@@ -71,7 +71,10 @@ QList<int> PlotWidget::History() const
 
 void PlotWidget::setRadius(int radius)
 {
-    m_radius = std::max(radius, 0);
+    radius = std::max(radius, 0);
+    if (radius == m_radius)
+        return;
+    m_radius = radius;
     update();
 }
 
@@ -82,6 +85,8 @@ void PlotWidget::resetRadius()
 
 void PlotWidget::setShowPoly(bool show)
 {
+    if (show == m_showPoly)
+        return;
     m_showPoly = show;
     update();
 }
@@ -93,6 +98,8 @@ void PlotWidget::resetShowPoly()
 
 void PlotWidget::setBrushColor(QColor color)
 {
+    if (color == m_brushColor)
+        return;
     m_brushColor = color;
     update();
 }
@@ -104,6 +111,8 @@ void PlotWidget::resetBrushColor()
 
 void PlotWidget::setUseShading(bool shading)
 {
+    if (shading == m_useShading)
+        return;
     m_useShading = shading;
     update();
 }
@@ -134,6 +143,8 @@ void PlotWidget::resetValue()
 
 void PlotWidget::setMinValue(int value)
 {
+    if (value == m_minValue)
+        return;
     m_minValue = value;
     update();
 }
@@ -145,6 +156,8 @@ void PlotWidget::resetMinValue()
 
 void PlotWidget::setPointsOnScreen(int points)
 {
+    if (points == m_pointsOnScreen)
+        return;
     m_pointsOnScreen = points;
     update();
 }

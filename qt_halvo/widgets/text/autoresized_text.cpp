@@ -130,11 +130,16 @@ void AutoresizedText::MeasureStrings()
 void AutoresizedText::ApplyFade()
 {
     QPalette faded = palette();
+    // Setting the faded palette brings us here again, with the gradient as the foreground:
+    // the fade starts from the colour the foreground had before any fade.
+    const QBrush foreground = faded.brush(foregroundRole());
+    if (!foreground.gradient())
+        m_fadeFrom = foreground.color();
     const int w = width();
     const qreal stop = w == 0 ? 0.0 : qreal((w - sizeHint().width()) / w);
     const QRect contents = contentsRect();
     QLinearGradient gradient(contents.left(), contents.top(), contents.right(), contents.top());
-    gradient.setColorAt(stop, palette().color(foregroundRole()));
+    gradient.setColorAt(stop, m_fadeFrom);
     gradient.setColorAt(1.0, Qt::transparent);
     faded.setBrush(QPalette::All, foregroundRole(), QBrush(gradient));
     setPalette(faded);

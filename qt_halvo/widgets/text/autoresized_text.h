@@ -3,6 +3,7 @@
 #include <qt_halvo/qt_halvo_global.h>
 
 #include <QtCore/QVector>
+#include <QtGui/QColor>
 #include <QtGui/QFont>
 #include <QtWidgets/QLabel>
 
@@ -80,6 +81,7 @@ private:
     QVector<Phrasing> m_strings;
     QString m_text;
     bool m_fadeElide = false;
+    QColor m_fadeFrom; // the foreground before the fade replaced it
     // The font the phrasings were last measured with: resizing alone measures nothing.
     QFont m_measuredFont;
     bool m_measured = false;

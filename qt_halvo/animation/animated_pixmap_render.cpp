@@ -42,6 +42,17 @@ void AnimatedPixmapRender::OnFrameChanged(int)
     repaint();
 }
 
+namespace {
+
+// QPainter takes an empty source rectangle for "the whole picture"; here it means nothing.
+void DrawPart(QPainter& painter, const QPoint& at, const QPixmap& pixmap, const QRect& source)
+{
+    if (!source.isEmpty())
+        painter.drawPixmap(at, pixmap, source);
+}
+
+} // namespace
+
 // The frame is a position on the widget and a pixel position in the pictures at once;
 // the two agree at a device pixel ratio of 1.
 void AnimatedPixmapRender::paintEvent(QPaintEvent*)
@@ -54,20 +65,20 @@ void AnimatedPixmapRender::paintEvent(QPaintEvent*)
     QPainter painter(this);
     switch (m_direction) {
     case 0:
-        painter.drawPixmap(QPoint(0, 0), m_from, QRect(f, 0, w - f, h));
-        painter.drawPixmap(QPoint(w - o - f, 0), m_to, QRect(0, 0, f, h));
+        DrawPart(painter, QPoint(0, 0), m_from, QRect(f, 0, w - f, h));
+        DrawPart(painter, QPoint(w - o - f, 0), m_to, QRect(0, 0, f, h));
         break;
     case 1:
-        painter.drawPixmap(QPoint(f, 0), m_from, QRect(0, 0, w - f, h));
-        painter.drawPixmap(QPoint(0, 0), m_to, QRect(w - o - f, 0, f, h));
+        DrawPart(painter, QPoint(f, 0), m_from, QRect(0, 0, w - f, h));
+        DrawPart(painter, QPoint(0, 0), m_to, QRect(w - o - f, 0, f, h));
         break;
     case 2:
-        painter.drawPixmap(QPoint(0, 0), m_from, QRect(0, f, w, h - f));
-        painter.drawPixmap(QPoint(0, h - o - f), m_to, QRect(0, 0, w, f));
+        DrawPart(painter, QPoint(0, 0), m_from, QRect(0, f, w, h - f));
+        DrawPart(painter, QPoint(0, h - o - f), m_to, QRect(0, 0, w, f));
         break;
     case 3:
-        painter.drawPixmap(QPoint(0, f), m_from, QRect(0, 0, w, h - f));
-        painter.drawPixmap(QPoint(0, 0), m_to, QRect(0, h - o - f, w, f));
+        DrawPart(painter, QPoint(0, f), m_from, QRect(0, 0, w, h - f));
+        DrawPart(painter, QPoint(0, 0), m_to, QRect(0, h - o - f, w, f));
         break;
     default:
         break;

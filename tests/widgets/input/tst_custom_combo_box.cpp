@@ -8,115 +8,73 @@
 
 using OrvantaQT::CustomComboBox;
 
-namespace {
-
-QLabel* Page(const QString& text, int minimumHeight)
-{
-    auto* page = new QLabel(text);
-    page->setMinimumHeight(minimumHeight);
-    return page;
-}
-
-struct Fixture
-{
-    explicit Fixture(int pages)
-    {
-        window.resize(300, 200);
-        combo = new CustomComboBox(&window);
-        combo->setGeometry(10, 10, 220, 40);
-        for (int i = 0; i < pages; ++i)
-            combo->AddPage(Page(QStringLiteral("Page %1").arg(i), i == 1 ? 0 : 40));
-        combo->SetTopItemFrameStyleSheet(QStringLiteral("QFrame { border-top: 2px solid red; }"));
-        combo->SetCenterItemFrameStyleSheet(QStringLiteral("QFrame { border: none; }"));
-        combo->SetBottomItemFrameStyleSheet(QStringLiteral("QFrame { border-bottom: 2px solid blue; }"));
-        window.show();
-    }
-    bool Exposed() { return QTest::qWaitForWindowExposed(&window); }
-    QWidget* Frame(int row) const { return combo->view()->indexWidget(combo->model()->index(row, 0)); }
-
-    QWidget window;
-    CustomComboBox* combo = nullptr;
-};
-
-} // namespace
-
 class TestCustomComboBox : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void rowsArePages();
-    void frameSheetsFollowTheRowsPlace_data();
-    void frameSheetsFollowTheRowsPlace();
-    void choosingARowShowsItsPage();
+    void rowsArePagesInFramesStyledByPlace();
 };
 
-void TestCustomComboBox::rowsArePages()
+void TestCustomComboBox::rowsArePagesInFramesStyledByPlace()
 {
-    Fixture f(3);
-    QVERIFY(f.Exposed());
-    QCOMPARE(f.combo->count(), 3);
-    QCOMPARE(f.combo->Pages()->count(), 3);
-    auto* table = qobject_cast<QTableView*>(f.combo->view());
-    QVERIFY(table);
-    QCOMPARE(table->rowHeight(0), 40);
-    QCOMPARE(table->rowHeight(1), f.combo->Pages()->widget(1)->sizeHint().height()); // minimum height 0
-    QCOMPARE(qobject_cast<OrvantaQT::WidgetRenderer*>(f.Frame(2))->Page(), f.combo->Pages()->widget(2));
+    QWidget window;
+    window.resize(300, 200);
+    auto* combo = new CustomComboBox(&window);
+    combo->setGeometry(10, 10, 220, 40);
+    for (int i = 0; i < 3; ++i) {
+        auto* page = new QLabel(QStringLiteral("Page %1").arg(i));
+        page->setMinimumHeight(i == 1 ? 0 : 40);
+        combo->AddPage(page);
+    }
+    const QStringList sheets{QStringLiteral("QFrame { border-top: 2px solid red; }"),
+                             QStringLiteral("QFrame { border: none; }"),
+                             QStringLiteral("QFrame { border-bottom: 2px solid blue; }")};
+    combo->SetTopItemFrameStyleSheet(sheets.at(0));
+    combo->SetCenterItemFrameStyleSheet(sheets.at(1));
+    combo->SetBottomItemFrameStyleSheet(sheets.at(2));
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QCOMPARE(combo->count(), 3);
+    QCOMPARE(combo->Pages()->count(), 3);
+    auto* view = qobject_cast<QTableView*>(combo->view());
+    QVERIFY(view);
+    const auto frame = [combo, view](int row) { return view->indexWidget(combo->model()->index(row, 0)); };
+    QCOMPARE(view->rowHeight(0), 40);
+    QCOMPARE(view->rowHeight(1), combo->Pages()->widget(1)->sizeHint().height()); // no minimum height
+    QCOMPARE(qobject_cast<OrvantaQT::WidgetRenderer*>(frame(2))->Page(), combo->Pages()->widget(2));
 
-    QSignalSpy changed(f.combo, QOverload<int>::of(&QComboBox::currentIndexChanged));
-    f.combo->SetCurrentIndex(f.combo->currentIndex());
+    combo->showPopup();
+    QTRY_VERIFY(view->isVisible());
+    for (int row = 0; row < 3; ++row)
+        QCOMPARE(frame(row)->styleSheet(), sheets.at(row));
+    // Chosen in the list: the page shows in the field.
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(combo->model()->index(2, 0)).center());
+    QTRY_VERIFY(!view->isVisible());
+    QCOMPARE(combo->currentIndex(), 2);
+    QCOMPARE(combo->Pages()->currentIndex(), 2);
+    QSignalSpy changed(combo, QOverload<int>::of(&QComboBox::currentIndexChanged));
+    combo->SetCurrentIndex(2);
     QCOMPARE(changed.count(), 0);
-    f.combo->SetCurrentIndex(2);
-    QCOMPARE(f.combo->currentIndex(), 2);
-    QCOMPARE(f.combo->Pages()->currentIndex(), 2);
-
-    f.combo->RemovePage(1);
-    QCOMPARE(f.combo->count(), 2);
-    QCOMPARE(f.combo->Pages()->count(), 2);
-}
-
-void TestCustomComboBox::frameSheetsFollowTheRowsPlace_data()
-{
-    QTest::addColumn<int>("pages");
-    QTest::addColumn<QStringList>("sheets");
-    QTest::newRow("one page: centre") << 1 << QStringList{"QFrame { border: none; }"};
-    QTest::newRow("three pages") << 3
-                                 << QStringList{"QFrame { border-top: 2px solid red; }", "QFrame { border: none; }",
-                                                "QFrame { border-bottom: 2px solid blue; }"};
-}
-
-void TestCustomComboBox::frameSheetsFollowTheRowsPlace()
-{
-    QFETCH(int, pages);
-    QFETCH(QStringList, sheets);
-    Fixture f(pages);
-    QVERIFY(f.Exposed());
-    f.combo->showPopup();
-    QTRY_VERIFY(f.combo->view()->isVisible());
-    for (int row = 0; row < pages; ++row)
-        QCOMPARE(f.Frame(row)->styleSheet(), sheets.at(row));
-    f.combo->hidePopup();
+    combo->SetCurrentIndex(0);
+    QCOMPARE(combo->currentIndex(), 0);
+    QCOMPARE(combo->Pages()->currentIndex(), 0);
 
     // Changed while closed: taken at the next opening.
-    f.combo->SetCenterItemFrameStyleSheet(QStringLiteral("QFrame { margin: 1px; }"));
-    QVERIFY(f.Frame(0)->styleSheet() != QStringLiteral("QFrame { margin: 1px; }") || pages == 1);
-    f.combo->showPopup();
-    QCOMPARE(f.Frame(pages == 1 ? 0 : 1)->styleSheet(), QStringLiteral("QFrame { margin: 1px; }"));
-    f.combo->hidePopup();
-}
+    const QString margin = QStringLiteral("QFrame { margin: 1px; }");
+    combo->SetCenterItemFrameStyleSheet(margin);
+    combo->showPopup();
+    QCOMPARE(frame(1)->styleSheet(), margin);
+    combo->hidePopup();
 
-void TestCustomComboBox::choosingARowShowsItsPage()
-{
-    Fixture f(3);
-    QVERIFY(f.Exposed());
-    f.combo->showPopup();
-    QAbstractItemView* view = f.combo->view();
-    QTRY_VERIFY(view->isVisible());
-    const QRect row = view->visualRect(f.combo->model()->index(2, 0));
-    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, row.center());
-    QTRY_VERIFY(!view->isVisible());
-    QCOMPARE(f.combo->currentIndex(), 2);
-    QCOMPARE(f.combo->Pages()->currentIndex(), 2);
+    // The only row left is in the centre.
+    combo->RemovePage(1);
+    QCOMPARE(combo->count(), 2);
+    QCOMPARE(combo->Pages()->count(), 2);
+    combo->RemovePage(1);
+    combo->showPopup();
+    QCOMPARE(frame(0)->styleSheet(), margin);
+    combo->hidePopup();
 }
 
 QTEST_MAIN(TestCustomComboBox)

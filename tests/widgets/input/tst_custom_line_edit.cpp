@@ -3,13 +3,17 @@
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QComboBox>
-#include <QtWidgets/QLabel>
 #include <QtWidgets/QStackedWidget>
-#include <QtWidgets/QToolButton>
 
 using OrvantaQT::CustomLineEdit;
 
 namespace {
+
+int OverrideCursorShape()
+{
+    const QCursor* cursor = QGuiApplication::overrideCursor();
+    return cursor ? int(cursor->shape()) : -1;
+}
 
 // A window with the line edit and a second field to take the focus from it.
 struct Fixture
@@ -17,9 +21,7 @@ struct Fixture
     Fixture()
     {
         window.resize(400, 120);
-        edit = new CustomLineEdit(&window);
         edit->setGeometry(10, 10, 300, 30);
-        other = new QLineEdit(&window);
         other->setGeometry(10, 60, 300, 30);
         QObject::connect(edit, &CustomLineEdit::StartEditText, [this] { log << QStringLiteral("start"); });
         QObject::connect(edit, &CustomLineEdit::AcceptEditText, [this] { log << QStringLiteral("accept"); });
@@ -28,15 +30,23 @@ struct Fixture
         window.show();
         window.activateWindow();
     }
-    bool Exposed() { return QTest::qWaitForWindowActive(&window); }
-    QWidget* Container() const { return edit->findChild<QWidget*>(QStringLiteral("ButtonContainer")); }
+    bool Active() { return QTest::qWaitForWindowActive(&window); }
+    QWidget* Child(const QString& name) const { return edit->findChild<QWidget*>(name); }
     QWidget* Page() const { return edit->findChild<QStackedWidget*>()->currentWidget(); }
-    QComboBox* Combo() const { return edit->findChild<QComboBox*>(QStringLiteral("ComboBox")); }
-    void Rest() { QTest::mouseMove(&window, QPoint(390, 110)); }
+    // Onto a part by its name, the text field, or away from the edit to rest.
+    void MoveTo(const QString& place)
+    {
+        if (place == QLatin1String("rest"))
+            QTest::mouseMove(&window, QPoint(390, 110));
+        else if (place == QLatin1String("field"))
+            QTest::mouseMove(edit, QPoint(150, 15));
+        else
+            QTest::mouseMove(Child(place), Child(place)->rect().center());
+    }
 
     QWidget window;
-    CustomLineEdit* edit = nullptr;
-    QLineEdit* other = nullptr;
+    CustomLineEdit* edit = new CustomLineEdit(&window);
+    QLineEdit* other = new QLineEdit(&window);
     QStringList log;
 };
 
@@ -49,11 +59,8 @@ class TestCustomLineEdit : public QObject
 private Q_SLOTS:
     void init();
     void editCycle();
-    void focusStartsACycleOnlyByMouseOrTab();
-    void leftControlFollowsModeAndHover();
-    void overrideCursorStackStaysBalanced_data();
-    void overrideCursorStackStaysBalanced();
-    void fillComboBox_data();
+    void leftControlAndCursorFollowTheMouse_data();
+    void leftControlAndCursorFollowTheMouse();
     void fillComboBox();
     void namesForStyleSheets();
 };
@@ -68,47 +75,33 @@ void TestCustomLineEdit::init()
 void TestCustomLineEdit::editCycle()
 {
     Fixture f;
-    QVERIFY(f.Exposed());
+    QVERIFY(f.Active());
     f.other->setFocus();
-    f.edit->setFocus(Qt::OtherFocusReason);
+    f.edit->setFocus(Qt::OtherFocusReason); // not by mouse or tab: no cycle yet
+    QVERIFY(f.log.isEmpty());
     QTest::keyClicks(f.edit, QStringLiteral("ab"));
     QCOMPARE(f.log, QStringList{"start"});
     QTest::keyClick(f.edit, Qt::Key_Return);
     QCOMPARE(f.log, (QStringList{"start", "accept"}));
-
     // Return again without typing: the cycle is closed, nothing more.
     QTest::keyClick(f.edit, Qt::Key_Return);
     QCOMPARE(f.log.size(), 2);
-
     // Return on an empty field cancels, cycle or not.
     f.edit->clear();
     QTest::keyClick(f.edit, Qt::Key_Return);
-    QCOMPARE(f.log.last(), QStringLiteral("cancel"));
+    QCOMPARE(f.log, (QStringList{"start", "accept", "cancel"}));
 
-    // The left button closes a cycle without accepting it.
-    f.edit->ShowButton();
     f.log.clear();
-    QTest::keyClicks(f.edit, QStringLiteral("x"));
-    QTest::mouseClick(f.edit->findChild<QToolButton*>(QStringLiteral("Button")), Qt::LeftButton);
-    QTest::keyClick(f.edit, Qt::Key_Return);
-    QCOMPARE(f.log, (QStringList{"start", "button"}));
-}
-
-void TestCustomLineEdit::focusStartsACycleOnlyByMouseOrTab()
-{
-    Fixture f;
-    QVERIFY(f.Exposed());
     f.other->setFocus();
-    f.edit->setFocus(Qt::OtherFocusReason);
-    QVERIFY(f.log.isEmpty());
-    f.other->setFocus();
-
     QTest::keyClick(f.other, Qt::Key_Tab);
     QTRY_VERIFY(f.edit->hasFocus());
     QCOMPARE(f.log, QStringList{"start"});
-    QTest::keyClicks(f.edit, QStringLiteral("a"));
-    QCOMPARE(f.log.size(), 1);
+    QTest::keyClicks(f.edit, QStringLiteral("x"));
+    // The left button closes a cycle without accepting it.
+    f.edit->ShowButton();
+    QTest::mouseClick(f.Child(QStringLiteral("Button")), Qt::LeftButton);
     QTest::keyClick(f.edit, Qt::Key_Return);
+    QCOMPARE(f.log, (QStringList{"start", "button"}));
 
     f.log.clear();
     f.other->setFocus();
@@ -117,114 +110,82 @@ void TestCustomLineEdit::focusStartsACycleOnlyByMouseOrTab()
     QCOMPARE(f.log, QStringList{"start"});
 }
 
-void TestCustomLineEdit::leftControlFollowsModeAndHover()
-{
-    Fixture f;
-    QVERIFY(f.Exposed());
-    f.Rest();
-    QCOMPARE(f.Page()->objectName(), QString()); // mode 0: the empty page
-    f.edit->ShowStaticLabel();
-    QCOMPARE(f.Page()->objectName(), QStringLiteral("StaticLabel"));
-    f.edit->setLeftControlMode(3);
-    QCOMPARE(f.Page()->objectName(), QStringLiteral("Button"));
-    f.edit->setLeftControlMode(7);
-    QCOMPARE(f.Page()->objectName(), QString());
-
-    f.edit->ShowAnimation();
-    QCOMPARE(f.Page()->objectName(), QStringLiteral("AnimationLabel"));
-    QVERIFY(qobject_cast<OrvantaQT::MovieWidget*>(f.Page())->property("PreloaderAnimation16").toBool());
-    QTest::mouseMove(f.Container(), f.Container()->rect().center());
-    QTRY_COMPARE(f.Page()->objectName(), QStringLiteral("Button"));
-    QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::PointingHandCursor);
-    f.Rest();
-    QTRY_COMPARE(f.Page()->objectName(), QStringLiteral("AnimationLabel"));
-    QVERIFY(!QGuiApplication::overrideCursor());
-
-    // In mode 1 hovering the label changes neither the cursor nor the page.
-    f.edit->ShowStaticLabel();
-    QTest::mouseMove(f.Container(), f.Container()->rect().center());
-    QTest::qWait(100);
-    QVERIFY(!QGuiApplication::overrideCursor());
-    QCOMPARE(f.Page()->objectName(), QStringLiteral("StaticLabel"));
-    f.Rest();
-}
-
-void TestCustomLineEdit::overrideCursorStackStaysBalanced_data()
+// The override cursor stack must end balanced after any sequence of enters and leaves.
+void TestCustomLineEdit::leftControlAndCursorFollowTheMouse_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<QStringList>("route");
-    QTest::newRow("over the button and out") << 3 << QStringList{"container", "rest"};
-    QTest::newRow("button, then combo box") << 3 << QStringList{"container", "combo", "rest"};
-    QTest::newRow("combo box, field, button") << 2 << QStringList{"combo", "field", "container", "field", "rest"};
-    QTest::newRow("label mode") << 1 << QStringList{"container", "combo", "container", "rest"};
+    QTest::addColumn<QStringList>("pages"); // the left control at each stop
+    QTest::addColumn<QList<int>>("cursors"); // the override cursor at each stop, -1 for none
+    const int none = -1;
+    const int hand = Qt::PointingHandCursor;
+    const int arrow = Qt::ArrowCursor;
+    QTest::newRow("mode 0: nothing") << 0 << QStringList{"rest"} << QStringList{""} << QList<int>{none};
+    QTest::newRow("unknown mode: nothing") << 7 << QStringList{"rest"} << QStringList{""} << QList<int>{none};
+    QTest::newRow("over the button and out")
+        << 3 << QStringList{"ButtonContainer", "rest"} << QStringList{"Button", "Button"} << QList<int>{hand, none};
+    QTest::newRow("button, then combo box") << 3 << QStringList{"ButtonContainer", "ComboBox", "rest"}
+                                            << QStringList{"Button", "Button", "Button"}
+                                            << QList<int>{hand, arrow, none};
+    // The animation turns into the button under the mouse.
+    QTest::newRow("combo box, field, button")
+        << 2 << QStringList{"ComboBox", "field", "ButtonContainer", "field", "rest"}
+        << QStringList{"AnimationLabel", "AnimationLabel", "Button", "AnimationLabel", "AnimationLabel"}
+        << QList<int>{arrow, none, hand, none, none};
+    // The label changes neither the page nor the cursor.
+    QTest::newRow("label mode") << 1 << QStringList{"ButtonContainer", "ComboBox", "ButtonContainer", "rest"}
+                                << QStringList{"StaticLabel", "StaticLabel", "StaticLabel", "StaticLabel"}
+                                << QList<int>{none, arrow, none, none};
 }
 
-void TestCustomLineEdit::overrideCursorStackStaysBalanced()
+void TestCustomLineEdit::leftControlAndCursorFollowTheMouse()
 {
     QFETCH(int, mode);
     QFETCH(QStringList, route);
+    QFETCH(QStringList, pages);
+    QFETCH(QList<int>, cursors);
     Fixture f;
-    QVERIFY(f.Exposed());
+    QVERIFY(f.Active());
     f.edit->setLeftControlMode(mode);
     f.edit->FillComboBox({QStringLiteral("eu-west"), QStringLiteral("us-east")}, 0);
-    f.Rest();
-    for (const QString& stop : route) {
-        if (stop == QLatin1String("container"))
-            QTest::mouseMove(f.Container(), f.Container()->rect().center());
-        else if (stop == QLatin1String("combo"))
-            QTest::mouseMove(f.Combo(), f.Combo()->rect().center());
-        else if (stop == QLatin1String("field"))
-            QTest::mouseMove(f.edit, QPoint(150, 15));
-        else
-            f.Rest();
+    f.MoveTo(QStringLiteral("rest"));
+    for (int stop = 0; stop < route.size(); ++stop) {
+        f.MoveTo(route.at(stop));
         QTest::qWait(30);
+        QTRY_COMPARE(f.Page()->objectName(), pages.at(stop));
+        QTRY_COMPARE(OverrideCursorShape(), cursors.at(stop));
     }
-    QTRY_VERIFY(!QGuiApplication::overrideCursor());
-}
-
-void TestCustomLineEdit::fillComboBox_data()
-{
-    QTest::addColumn<int>("index");
-    QTest::addColumn<int>("current");
-    QTest::newRow("-1 keeps the combo's own choice") << -1 << 0;
-    QTest::newRow("in range") << 2 << 2;
-    QTest::newRow("count: unchanged") << 3 << 0;
-    QTest::newRow("-2 clears the selection") << -2 << -1;
 }
 
 void TestCustomLineEdit::fillComboBox()
 {
-    QFETCH(int, index);
-    QFETCH(int, current);
     CustomLineEdit edit;
     QSignalSpy changed(&edit, &CustomLineEdit::ComboBoxIndexChanged);
-    edit.FillComboBox({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}, index);
-    QCOMPARE(edit.ComboBoxCurrentIndex(), current);
+    const QStringList items{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
+    edit.FillComboBox(items, -1); // keeps the combo box's own choice
+    QCOMPARE(edit.ComboBoxCurrentIndex(), 0);
     QVERIFY(!changed.isEmpty());
-    QComboBox* combo = edit.findChild<QComboBox*>(QStringLiteral("ComboBox"));
+    auto* combo = edit.findChild<QComboBox*>(QStringLiteral("ComboBox"));
     QCOMPARE(combo->itemData(1, Qt::TextAlignmentRole).toInt(), int(Qt::AlignRight | Qt::AlignVCenter));
-    edit.ResetComboBoxSelection();
+    edit.FillComboBox(items, 2);
+    QCOMPARE(edit.ComboBoxCurrentIndex(), 2);
+    edit.FillComboBox(items, 3); // out of range
+    QCOMPARE(edit.ComboBoxCurrentIndex(), 0);
+    edit.FillComboBox(items, -2); // clears the selection
     QCOMPARE(edit.ComboBoxCurrentIndex(), -1);
-    edit.ClearComboBox();
-    QCOMPARE(combo->count(), 0);
 }
 
+// Style sheets and screen readers find the parts by these names.
 void TestCustomLineEdit::namesForStyleSheets()
 {
     CustomLineEdit edit;
-    const QVector<QPair<QString, QString>> names{{"ButtonContainer", "CustomLineEdit_ButtonContainer"},
-                                                 {"StaticLabel", "CustomLineEdit_StaticLabel"},
-                                                 {"AnimationLabel", "CustomLineEdit_AnimationLabel"},
-                                                 {"Button", "CustomLineEdit_Button"},
-                                                 {"ComboBox", "CustomLineEdit_ComboBox"}};
-    for (const auto& name : names) {
-        QWidget* child = edit.findChild<QWidget*>(name.first);
-        QVERIFY2(child, qPrintable(name.first));
-        QCOMPARE(child->accessibleName(), name.second);
+    for (const char* name : {"ButtonContainer", "StaticLabel", "AnimationLabel", "Button", "ComboBox"}) {
+        QWidget* child = edit.findChild<QWidget*>(QLatin1String(name));
+        QVERIFY2(child, name);
+        QCOMPARE(child->accessibleName(), QStringLiteral("CustomLineEdit_") + QLatin1String(name));
     }
     QCOMPARE(edit.findChild<QStackedWidget*>()->accessibleName(), QStringLiteral("CustomLineEdit_StackedWidget"));
-    edit.setComboBoxVisible(false);
-    QVERIFY(!edit.comboBoxVisible());
+    QVERIFY(edit.findChild<OrvantaQT::MovieWidget*>()->property("PreloaderAnimation16").toBool());
 }
 
 QTEST_MAIN(TestCustomLineEdit)

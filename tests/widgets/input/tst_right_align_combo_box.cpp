@@ -6,26 +6,21 @@ using OrvantaQT::RightAlignComboBox;
 
 namespace {
 
-// The columns where the picture differs from the same combo box painted without text.
-QPair<int, int> TextColumns(RightAlignComboBox& combo)
+// The first and last columns where the combo box drawing text differs from it drawing none.
+QPair<int, int> TextColumns(RightAlignComboBox& combo, const QString& text)
 {
-    const QImage with = combo.grab().toImage();
-    const QString text = combo.property("testText").toString();
     combo.SetTextToDraw(QString());
-    combo.setCurrentIndex(-1);
     const QImage without = combo.grab().toImage();
     combo.SetTextToDraw(text);
-    int first = with.width();
-    int last = -1;
+    const QImage with = combo.grab().toImage();
+    QPair<int, int> columns(with.width(), -1);
     for (int x = 0; x < with.width(); ++x) {
         for (int y = 0; y < with.height(); ++y) {
-            if (with.pixel(x, y) != without.pixel(x, y)) {
-                first = std::min(first, x);
-                last = std::max(last, x);
-            }
+            if (with.pixel(x, y) != without.pixel(x, y))
+                columns = {std::min(columns.first, x), std::max(columns.second, x)};
         }
     }
-    return {first, last};
+    return columns;
 }
 
 } // namespace
@@ -46,9 +41,7 @@ void TestRightAlignComboBox::textEndsClearOfTheArrow()
     combo->setGeometry(0, 0, 260, 30);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    combo->setProperty("testText", QStringLiteral("eu-west"));
-    combo->SetTextToDraw(QStringLiteral("eu-west"));
-    const QPair<int, int> columns = TextColumns(*combo);
+    const QPair<int, int> columns = TextColumns(*combo, QStringLiteral("eu-west"));
     const int arrow = combo->ArrowWidth();
     QVERIFY(arrow > 0 && arrow < 100);
     QVERIFY2(columns.second < 260 - arrow && columns.second > 260 - arrow - 12,
@@ -58,10 +51,7 @@ void TestRightAlignComboBox::textEndsClearOfTheArrow()
     // A long text is cut on the right; the ending stays whole after it.
     combo->SetConstEnding(QStringLiteral(".example.org"));
     combo->SetAppendEnding(true);
-    const QString longText = QStringLiteral("a-very-long-server-name-that-cannot-fit");
-    combo->setProperty("testText", longText);
-    combo->SetTextToDraw(longText);
-    const QPair<int, int> cut = TextColumns(*combo);
+    const QPair<int, int> cut = TextColumns(*combo, QStringLiteral("a-very-long-server-name-that-cannot-fit"));
     QVERIFY(cut.first >= arrow);
     QVERIFY(cut.second < 260 - arrow);
 }

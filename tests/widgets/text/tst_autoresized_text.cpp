@@ -7,40 +7,43 @@ using OrvantaQT::AutoresizedText;
 
 namespace {
 
-// A font every machine running the tests has (the set-up installs it), at a pixel size,
-// so that widths do not depend on the machine.
-QFont TestFont()
+// Installed by the set-up, at a pixel size, so that widths do not depend on the machine.
+QFont TestFont(int pixelSize = 13)
 {
     QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(13);
+    font.setPixelSize(pixelSize);
     return font;
 }
 
 const QString kLong = QStringLiteral("Synchronising your library");
 const QString kMiddle = QStringLiteral("Synchronising");
 const QString kShort = QStringLiteral("Sync");
+const QString kTwoLines = QStringLiteral("first line\r\nsecond");
 
 int Width(const QString& text)
 {
     return QFontMetrics(TestFont()).horizontalAdvance(text);
 }
 
-struct Label
+// Shown, so that resizes arrive at once, but not mapped on the screen.
+struct Label : AutoresizedText
 {
     Label()
     {
-        label.setFont(TestFont());
-        label.setContentsMargins(0, 0, 0, 0);
-        // Shown, so that resizes arrive at once, but not mapped on the screen.
-        label.setAttribute(Qt::WA_DontShowOnScreen);
-        label.show();
+        setFont(TestFont());
+        setContentsMargins(0, 0, 0, 0);
+        setAttribute(Qt::WA_DontShowOnScreen);
+        show();
     }
-    // Gives the label contents of this width.
-    void SetWidth(int width) { label.resize(width, 30); }
-    QString Shown() const { return label.QLabel::text(); }
-
-    AutoresizedText label;
+    QString Shown() const { return QLabel::text(); }
+    QGradientStops Stops() const { return palette().brush(QPalette::Active, foregroundRole()).gradient()->stops(); }
 };
+
+void AddRow(const char* name, const QStringList& strings, const QString& text, Qt::TextElideMode mode, int width,
+            const QString& shown, const QString& tip)
+{
+    QTest::newRow(name) << strings << text << int(mode) << width << shown << tip;
+}
 
 } // namespace
 
@@ -50,12 +53,9 @@ class TestAutoresizedText : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void widestFittingPhrasing_data();
-    void widestFittingPhrasing();
-    void aNewFontChoosesAgain();
-    void phrasingsAreKeptNarrowestFirst();
-    void eachLineElided_data();
-    void eachLineElided();
+    void shownTextAndTip_data();
+    void shownTextAndTip();
+    void phrasingsMeasuredPerFontNarrowestFirst();
     void fadeRunsOutAtTheRightEdge();
     void clickableWhenAskedTo();
 };
@@ -65,100 +65,70 @@ void TestAutoresizedText::initTestCase()
     QVERIFY2(QFontDatabase().families().contains(QStringLiteral("DejaVu Sans")), "fonts-dejavu-core is installed");
 }
 
-void TestAutoresizedText::widestFittingPhrasing_data()
+// The widest phrasing that fits, or else the text with each line elided.
+void TestAutoresizedText::shownTextAndTip_data()
 {
-    QTest::addColumn<int>("width");
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<QString>("tip");
-
-    QTest::newRow("wider than the longest") << Width(kLong) + 20 << kLong << QString();
-    QTest::newRow("exactly the longest") << Width(kLong) << kLong << QString();
-    QTest::newRow("just below the longest") << Width(kLong) - 1 << kMiddle << kLong;
-    QTest::newRow("just above the middle") << Width(kMiddle) + 1 << kMiddle << kLong;
-    // An alternative must be strictly narrower than the room.
-    QTest::newRow("exactly the middle") << Width(kMiddle) << kShort << kLong;
-    QTest::newRow("just above the shortest") << Width(kShort) + 1 << kShort << kLong;
-    // The narrowest is the fallback, shown without a tip even when it does not fit.
-    QTest::newRow("exactly the shortest") << Width(kShort) << kShort << QString();
-    QTest::newRow("below the shortest") << Width(kShort) - 5 << kShort << QString();
-}
-
-void TestAutoresizedText::widestFittingPhrasing()
-{
-    QFETCH(int, width);
-    QFETCH(QString, shown);
-    QFETCH(QString, tip);
-    Label l;
-    l.label.setStrings({kMiddle, kLong, kShort});
-    l.SetWidth(width);
-    QCOMPARE(l.Shown(), shown);
-    QCOMPARE(l.label.toolTip(), tip);
-    QCOMPARE(l.label.sizeHint().width(), Width(kLong));
-    QCOMPARE(l.label.minimumSizeHint().width(), Width(kShort));
-}
-
-// The phrasings are measured once per font, so a new font must measure them again.
-void TestAutoresizedText::aNewFontChoosesAgain()
-{
-    Label l;
-    l.label.setStrings({kMiddle, kLong, kShort});
-    l.SetWidth(Width(kMiddle) + 1);
-    QCOMPARE(l.Shown(), kMiddle);
-    QFont larger = TestFont();
-    larger.setPixelSize(26);
-    l.label.setFont(larger);
-    QCOMPARE(l.Shown(), kShort);
-    QCOMPARE(l.label.sizeHint().width(), QFontMetrics(larger).horizontalAdvance(kLong));
-}
-
-void TestAutoresizedText::phrasingsAreKeptNarrowestFirst()
-{
-    Label l;
-    l.label.setStrings({QStringLiteral("abcd"), QStringLiteral("a")});
-    QCOMPARE(l.label.strings(), (QStringList{QStringLiteral("a"), QStringLiteral("abcd")}));
-    l.label.setStrings({});
-    QCOMPARE(l.label.minimumSizeHint().width(), Width(QStringLiteral("...")));
-    QCOMPARE(l.Shown(), QString());
-    QCOMPARE(l.label.toolTip(), QString());
-}
-
-void TestAutoresizedText::eachLineElided_data()
-{
+    QTest::addColumn<QStringList>("strings");
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("mode");
     QTest::addColumn<int>("width");
     QTest::addColumn<QString>("shown");
     QTest::addColumn<QString>("tip");
+    const QStringList three{kMiddle, kLong, kShort};
+    const Qt::TextElideMode right = Qt::ElideRight;
+    AddRow("wider than the longest", three, QString(), right, Width(kLong) + 20, kLong, QString());
+    AddRow("exactly the longest", three, QString(), right, Width(kLong), kLong, QString());
+    AddRow("just below the longest", three, QString(), right, Width(kLong) - 1, kMiddle, kLong);
+    AddRow("just above the middle", three, QString(), right, Width(kMiddle) + 1, kMiddle, kLong);
+    // An alternative must be strictly narrower than the room.
+    AddRow("exactly the middle", three, QString(), right, Width(kMiddle), kShort, kLong);
+    AddRow("just above the shortest", three, QString(), right, Width(kShort) + 1, kShort, kLong);
+    // The narrowest is the fallback, shown without a tip even when it does not fit.
+    AddRow("exactly the shortest", three, QString(), right, Width(kShort), kShort, QString());
+    AddRow("below the shortest", three, QString(), right, Width(kShort) - 5, kShort, QString());
 
-    const QString twoLines = QStringLiteral("first line\r\nsecond");
     const QFontMetrics metrics(TestFont());
-    QTest::newRow("fits, line ends made <br>") << twoLines << int(Qt::ElideRight) << 300
-                                               << "first line<br>second" << twoLines;
-    QTest::newRow("narrow: each line elided") << twoLines << int(Qt::ElideRight) << 40
-                                              << metrics.elidedText(QStringLiteral("first line"), Qt::ElideRight, 40) + "<br>"
-                                                     + metrics.elidedText(QStringLiteral("second"), Qt::ElideRight, 40)
-                                              << twoLines;
-    QTest::newRow("fits exactly on one line") << kLong << int(Qt::ElideRight) << Width(kLong) << kLong << QString();
-    QTest::newRow("no eliding, room enough") << twoLines << int(Qt::ElideNone) << 300 << twoLines << QString();
+    const QString elided = metrics.elidedText(QStringLiteral("first line"), right, 40) + QStringLiteral("<br>")
+        + metrics.elidedText(QStringLiteral("second"), right, 40);
+    AddRow("fits, line ends made <br>", {}, kTwoLines, right, 300, QStringLiteral("first line<br>second"), kTwoLines);
+    AddRow("narrow: each line elided", {}, kTwoLines, right, 40, elided, kTwoLines);
+    AddRow("fits exactly on one line", {}, kLong, right, Width(kLong), kLong, QString());
+    AddRow("no eliding, room enough", {}, kTwoLines, Qt::ElideNone, 300, kTwoLines, QString());
     // Without eliding there is never a tip, even when the line ends were rewritten.
-    QTest::newRow("no eliding, narrow") << twoLines << int(Qt::ElideNone) << 40 << "first line<br>second" << QString();
-    QTest::newRow("empty") << QString() << int(Qt::ElideRight) << 100 << QString() << QString();
+    AddRow("no eliding, narrow", {}, kTwoLines, Qt::ElideNone, 40, QStringLiteral("first line<br>second"), QString());
+    AddRow("empty", {}, QString(), right, 100, QString(), QString());
 }
 
-void TestAutoresizedText::eachLineElided()
+void TestAutoresizedText::shownTextAndTip()
 {
+    QFETCH(QStringList, strings);
     QFETCH(QString, text);
     QFETCH(int, mode);
     QFETCH(int, width);
     QFETCH(QString, shown);
     QFETCH(QString, tip);
     Label l;
-    l.label.setElideMode(Qt::TextElideMode(mode));
-    l.label.setText(text);
-    l.SetWidth(width);
-    QCOMPARE(l.label.text(), text);
+    l.setElideMode(Qt::TextElideMode(mode));
+    l.setText(text);
+    l.setStrings(strings);
+    l.resize(width, 30);
     QCOMPARE(l.Shown(), shown);
-    QCOMPARE(l.label.toolTip(), tip);
+    QCOMPARE(l.toolTip(), tip);
+    QCOMPARE(l.minimumSizeHint().width(), Width(strings.isEmpty() ? QStringLiteral("...") : kShort));
+    if (!strings.isEmpty())
+        QCOMPARE(l.sizeHint().width(), Width(kLong));
+}
+
+void TestAutoresizedText::phrasingsMeasuredPerFontNarrowestFirst()
+{
+    Label l;
+    l.setStrings({kMiddle, kLong, kShort});
+    QCOMPARE(l.strings(), (QStringList{kShort, kMiddle, kLong}));
+    l.resize(Width(kMiddle) + 1, 30);
+    QCOMPARE(l.Shown(), kMiddle);
+    l.setFont(TestFont(26));
+    QCOMPARE(l.Shown(), kShort);
+    QCOMPARE(l.sizeHint().width(), QFontMetrics(TestFont(26)).horizontalAdvance(kLong));
 }
 
 // The stop is an integer share of the room to spare: 0 for any ordinary width, and
@@ -166,23 +136,27 @@ void TestAutoresizedText::eachLineElided()
 void TestAutoresizedText::fadeRunsOutAtTheRightEdge()
 {
     Label l;
-    l.label.setText(kLong);
-    l.SetWidth(Width(kLong) - 10);
-    l.label.setFadeElide(true);
+    l.setText(kLong);
+    l.resize(Width(kLong) - 10, 30);
+    QPalette red = l.palette();
+    red.setColor(l.foregroundRole(), Qt::red);
+    l.setPalette(red);
+    l.setFadeElide(true);
     QCOMPARE(l.Shown(), kLong);
-    QCOMPARE(l.label.toolTip(), QString());
-    const QGradient* gradient = l.label.palette().brush(QPalette::Active, l.label.foregroundRole()).gradient();
+    QCOMPARE(l.toolTip(), QString());
+    const QGradient* gradient = l.palette().brush(QPalette::Active, l.foregroundRole()).gradient();
     QVERIFY(gradient && gradient->type() == QGradient::LinearGradient);
-    const QGradientStops stops = gradient->stops();
-    QCOMPARE(stops.size(), 2);
-    QCOMPARE(stops.at(0).first, 0.0);
-    QCOMPARE(stops.at(1), QGradientStop(1.0, QColor(Qt::transparent)));
     QCOMPARE(static_cast<const QLinearGradient*>(gradient)->finalStop().y(), 0.0); // horizontal
+    QCOMPARE(l.Stops().size(), 2);
+    // From the text's own colour, also once the faded palette has come back as a change.
+    QCOMPARE(l.Stops().at(0), QGradientStop(0.0, QColor(Qt::red)));
+    QCOMPARE(l.Stops().at(1), QGradientStop(1.0, QColor(Qt::transparent)));
+    l.resize(Width(kLong) - 20, 30);
+    QCOMPARE(l.Stops().at(0), QGradientStop(0.0, QColor(Qt::red)));
 
-    l.SetWidth(Width(kLong) / 3);
-    const QGradientStops narrow = l.label.palette().brush(QPalette::Active, l.label.foregroundRole()).gradient()->stops();
-    QCOMPARE(narrow.size(), 1);
-    QCOMPARE(narrow.first().first, 1.0);
+    l.resize(Width(kLong) / 3, 30);
+    QCOMPARE(l.Stops().size(), 1);
+    QCOMPARE(l.Stops().first().first, 1.0);
 }
 
 void TestAutoresizedText::clickableWhenAskedTo()
@@ -195,7 +169,6 @@ void TestAutoresizedText::clickableWhenAskedTo()
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QSignalSpy clicked(label, &AutoresizedText::clicked);
     QSignalSpy doubleClicked(label, &AutoresizedText::doubleClicked);
-
     QTest::mouseClick(label, Qt::LeftButton);
     QCOMPARE(clicked.count(), 0);
     QTest::mouseDClick(label, Qt::LeftButton);
@@ -209,7 +182,6 @@ void TestAutoresizedText::clickableWhenAskedTo()
     QCOMPARE(clicked.count(), 1);
     QTest::mouseClick(label, Qt::RightButton);
     QCOMPARE(clicked.count(), 1);
-
     QTest::mouseMove(&window, QPoint(290, 90));
     QTRY_COMPARE(label->property("hovered").toBool(), false);
     QCOMPARE(label->cursor().shape(), Qt::ArrowCursor);

@@ -7,25 +7,20 @@ using OrvantaQT::ExpandingLabel;
 
 namespace {
 
-QFont TestFont()
-{
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(13);
-    return font;
-}
-
 const QString kFirst = QStringLiteral("A first line that fits.");
 const QString kSecond = QStringLiteral("A second line that is far too long to fit into the narrow label on one line, "
                                        "or on two, so it has to be cut somewhere along the way to leave room.");
+const QString kMore = QStringLiteral("\u2026 Show more");
 
-// A shown window with the label 300 px wide.
+// A shown window with the label 300 px wide, in DejaVu Sans at 13 px.
 struct Fixture
 {
     explicit Fixture(const QString& text, int collapsedLines = 3)
     {
         window.resize(360, 400);
-        label = new ExpandingLabel(&window);
-        label->setFont(TestFont());
+        QFont font(QStringLiteral("DejaVu Sans"));
+        font.setPixelSize(13);
+        label->setFont(font);
         label->setCollapsedLines(collapsedLines);
         label->setFullText(text);
         label->setIsCollapsed(true);
@@ -34,7 +29,6 @@ struct Fixture
     }
     bool Exposed() { return QTest::qWaitForWindowExposed(&window); }
     QString Shown() const { return label->toPlainText(); }
-    QString Html() const { return label->document()->toHtml(); }
     // Clicks the middle of the first occurrence of text in the document.
     void ClickOn(const QString& text)
     {
@@ -42,12 +36,11 @@ struct Fixture
         QVERIFY2(!found.isNull(), qPrintable(text));
         QTextCursor middle(label->document());
         middle.setPosition(found.selectionStart() + text.size() / 2);
-        const QPoint point = label->cursorRect(middle).center();
-        QTest::mouseClick(label->viewport(), Qt::LeftButton, {}, point);
+        QTest::mouseClick(label->viewport(), Qt::LeftButton, {}, label->cursorRect(middle).center());
     }
 
     QWidget window;
-    ExpandingLabel* label = nullptr;
+    ExpandingLabel* label = new ExpandingLabel(&window);
 };
 
 } // namespace
@@ -57,106 +50,91 @@ class TestExpandingLabel : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shortTextShowsNoLink();
-    void collapsedKeepsWholeLinesAndCutsAtASpace();
-    void linksSwitchBetweenTheStates();
-    void aWordWithoutSpacesIsCutAnyway();
-    void fewerThanTwoLinesShowTheFirstLine();
+    void collapsesAndExpandsByItsLinks();
+    void collapsedOnOneLine_data();
+    void collapsedOnOneLine();
     void linkTextsFollowTheCatalogue();
 };
 
-void TestExpandingLabel::shortTextShowsNoLink()
+// Three collapsed lines: the first line whole, then as much of the second as fits,
+// broken at a space, then the rest of it shortened before " Show more".
+void TestExpandingLabel::collapsesAndExpandsByItsLinks()
 {
     Fixture f(kFirst);
     QVERIFY(f.Exposed());
     QCOMPARE(f.Shown(), kFirst);
-    QVERIFY(!f.Html().contains(QStringLiteral("href")));
+    QVERIFY(!f.label->document()->toHtml().contains(QStringLiteral("href")));
     // The height is fixed to what is shown.
     QCOMPARE(f.label->minimumHeight(), f.label->maximumHeight());
     QCOMPARE(f.label->minimumSizeHint().height(), f.label->height());
-}
 
-// Three collapsed lines: the first line whole, then as much of the second as fits,
-// broken at a space, then the rest of it shortened before " Show more".
-void TestExpandingLabel::collapsedKeepsWholeLinesAndCutsAtASpace()
-{
-    Fixture f(kFirst + QStringLiteral("\r\n") + kSecond);
-    QVERIFY(f.Exposed());
+    f.label->setFullText(kFirst + QStringLiteral("\r\n") + kSecond);
     const QStringList lines = f.Shown().split(QLatin1Char('\n'));
     QCOMPARE(lines.size(), 2);
     QCOMPARE(lines.at(0), kFirst);
-    const QString rest = lines.at(1);
-    QVERIFY2(rest.endsWith(QStringLiteral("\u2026 Show more")), qPrintable(rest));
-    // The piece that fills a line, broken at a space, then the rest shortened: together
-    // the start of the second line, nothing dropped at the break.
-    const QString cut = rest.left(rest.size() - QStringLiteral("\u2026 Show more").size());
+    QVERIFY2(lines.at(1).endsWith(kMore), qPrintable(lines.at(1)));
+    // The piece that fills a line and the shortened rest: together the start of the second
+    // line, nothing dropped at the break.
+    const QString cut = lines.at(1).chopped(kMore.size());
     QCOMPARE(cut, kSecond.left(cut.size()));
     QVERIFY(cut.size() > 40 && cut.size() < kSecond.size());
-    QVERIFY(f.Html().contains(QStringLiteral("href=\"expand\"")));
     const int collapsedHeight = f.label->height();
 
-    f.label->setIsCollapsed(false);
+    f.ClickOn(QStringLiteral("Show more"));
+    QTRY_VERIFY(!f.label->isCollapsed());
     QVERIFY(f.Shown().startsWith(kFirst + QLatin1Char('\n') + kSecond));
     QVERIFY(f.Shown().endsWith(QStringLiteral("\nShow less"))); // on a line of its own
     QVERIFY(f.label->height() > collapsedHeight);
-
     // A new "Show more" shows only when collapsed.
     f.label->setShowMoreText(QStringLiteral("More"));
     QVERIFY(f.Shown().endsWith(QStringLiteral("Show less")));
-    f.label->setIsCollapsed(true);
-    QVERIFY(f.Shown().endsWith(QStringLiteral(" More")));
-}
-
-void TestExpandingLabel::linksSwitchBetweenTheStates()
-{
-    Fixture f(kFirst + QStringLiteral("\n") + kSecond);
-    QVERIFY(f.Exposed());
-    f.ClickOn(QStringLiteral("Show more"));
-    QTRY_VERIFY(!f.label->isCollapsed());
-    QVERIFY(f.Shown().endsWith(QStringLiteral("Show less")));
     f.ClickOn(QStringLiteral("Show less"));
     QTRY_VERIFY(f.label->isCollapsed());
+    QVERIFY(f.Shown().endsWith(QStringLiteral("\u2026 More")));
 
     // Other links do nothing.
     Q_EMIT f.label->anchorClicked(QUrl(QStringLiteral("https://example.org")));
     QVERIFY(f.label->isCollapsed());
-    QVERIFY(f.Shown().endsWith(QStringLiteral("Show more")));
+    QVERIFY(f.Shown().endsWith(QStringLiteral(" More")));
 }
 
-void TestExpandingLabel::aWordWithoutSpacesIsCutAnyway()
+// Fewer than three collapsed lines: a single line, then the link.
+void TestExpandingLabel::collapsedOnOneLine_data()
 {
-    Fixture f(QString(200, QLatin1Char('x')), 2);
-    QVERIFY(f.Exposed());
-    const QString shown = f.Shown();
-    QVERIFY2(shown.startsWith(QStringLiteral("xxx")) && shown.endsWith(QStringLiteral("\u2026 Show more")), qPrintable(shown));
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("collapsedLines");
     // Two lines' worth: one cut without a space to break at, one shortened for the link.
-    const int perLine = 300 / QFontMetrics(TestFont()).horizontalAdvance(QLatin1Char('x'));
-    QVERIFY2(shown.count(QLatin1Char('x')) > perLine && shown.count(QLatin1Char('x')) < 2 * perLine, qPrintable(shown));
+    QTest::newRow("a word without spaces") << QString(200, QLatin1Char('x')) << 2;
+    // Below two lines the first line stands for the text.
+    QTest::newRow("fewer than two lines") << kSecond + QStringLiteral("\n") + kFirst << 1;
 }
 
-void TestExpandingLabel::fewerThanTwoLinesShowTheFirstLine()
+void TestExpandingLabel::collapsedOnOneLine()
 {
-    Fixture f(kSecond + QStringLiteral("\n") + kFirst, 1);
+    QFETCH(QString, text);
+    QFETCH(int, collapsedLines);
+    Fixture f(text, collapsedLines);
     QVERIFY(f.Exposed());
     const QString shown = f.Shown();
-    QVERIFY2(!shown.contains(QLatin1Char('\n')) && shown.endsWith(QStringLiteral("\u2026 Show more")), qPrintable(shown));
-    QVERIFY(kSecond.startsWith(shown.left(20)));
+    QVERIFY2(!shown.contains(QLatin1Char('\n')) && shown.endsWith(kMore), qPrintable(shown));
+    const QString kept = shown.chopped(kMore.size());
+    QVERIFY(kept.size() > 20 && text.startsWith(kept));
+    const int width = QFontMetrics(f.label->font()).horizontalAdvance(kept);
+    QVERIFY2(width > (collapsedLines - 1) * 300 && width < collapsedLines * 300, qPrintable(shown));
 }
 
 void TestExpandingLabel::linkTextsFollowTheCatalogue()
 {
-    QTranslator german;
-    QVERIFY(german.load(QStringLiteral(":/translations/qt_halvo_de")));
-    QCoreApplication::installTranslator(&german);
-    ExpandingLabel label;
-    QCOMPARE(label.showMoreText(), QStringLiteral("Mehr anzeigen"));
-    QCOMPARE(label.showLessText(), QStringLiteral("Weniger anzeigen"));
-    QCoreApplication::removeTranslator(&german);
-    QTranslator russian;
-    QVERIFY(russian.load(QStringLiteral(":/translations/qt_halvo_ru")));
-    QCoreApplication::installTranslator(&russian);
-    QCOMPARE(ExpandingLabel().showMoreText(), QStringLiteral("Показать больше"));
-    QCoreApplication::removeTranslator(&russian);
+    const auto translated = [](const char* language) {
+        QTranslator catalogue;
+        if (!catalogue.load(QStringLiteral(":/translations/qt_halvo_") + QLatin1String(language)))
+            return QStringList();
+        QCoreApplication::installTranslator(&catalogue);
+        const ExpandingLabel label;
+        return QStringList{label.showMoreText(), label.showLessText()};
+    };
+    QCOMPARE(translated("de"), (QStringList{"Mehr anzeigen", "Weniger anzeigen"}));
+    QCOMPARE(translated("ru").value(0), QStringLiteral("Показать больше"));
 }
 
 QTEST_MAIN(TestExpandingLabel)

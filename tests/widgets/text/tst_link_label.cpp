@@ -7,26 +7,24 @@ using OrvantaQT::LinkLabel;
 
 namespace {
 
-// Stands in for the desktop's URL opener.
-class UrlCatcher : public QObject
+const QString kPath = QStringLiteral("C:\\Users\\Someone\\Documents\\Reports\\Quarterly report.pdf");
+
+struct Fixture
 {
-    Q_OBJECT
+    Fixture()
+    {
+        window.resize(300, 100);
+        label->setText(QStringLiteral("Open the help"));
+        label->setGeometry(10, 10, 150, 24);
+        window.show();
+    }
+    bool Exposed() { return QTest::qWaitForWindowExposed(&window); }
+    void Rest() { QTest::mouseMove(&window, QPoint(250, 80)); }
+    QColor Foreground() const { return label->palette().color(QPalette::Active, label->foregroundRole()); }
 
-public:
-    UrlCatcher() { QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "Open"); }
-    ~UrlCatcher() override { QDesktopServices::unsetUrlHandler(QStringLiteral("https")); }
-    QList<QUrl> opened;
-
-public Q_SLOTS:
-    void Open(const QUrl& url) { opened << url; }
+    QWidget window;
+    LinkLabel* label = new LinkLabel(&window);
 };
-
-QFont TestFont()
-{
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(13);
-    return font;
-}
 
 } // namespace
 
@@ -34,122 +32,105 @@ class TestLinkLabel : public QObject
 {
     Q_OBJECT
 
+public Q_SLOTS:
+    // Stands in for the desktop's URL opener.
+    void Open(const QUrl& url) { m_seen << "open " + url.toString(); }
+
 private Q_SLOTS:
+    void initTestCase() { QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "Open"); }
+    void cleanupTestCase() { QDesktopServices::unsetUrlHandler(QStringLiteral("https")); }
     void activation_data();
     void activation();
     void hoverAndDisabledLook();
-    void pathKeepsDriveAndFileName_data();
     void pathKeepsDriveAndFileName();
+
+private:
+    QStringList m_seen;
 };
 
 void TestLinkLabel::activation_data()
 {
     QTest::addColumn<QString>("href");
     QTest::addColumn<QString>("command");
-    QTest::addColumn<QString>("how");
+    QTest::addColumn<int>("input"); // a mouse button or a key
     QTest::addColumn<QStringList>("expected");
-
     const QString url = QStringLiteral("https://example.org/help");
-    QTest::newRow("href and command: only opened") << url << "settings" << "left" << QStringList{"open " + url};
-    QTest::newRow("command") << QString() << "settings" << "left" << QStringList{"Clicked", "CommandClicked settings"};
-    QTest::newRow("neither") << QString() << QString() << "left" << QStringList{"Clicked"};
-    QTest::newRow("right button") << QString() << "settings" << "right" << QStringList();
-    QTest::newRow("Return") << QString() << "settings" << "return" << QStringList{"Clicked", "CommandClicked settings"};
-    QTest::newRow("Enter opens") << url << QString() << "enter" << QStringList{"open " + url};
+    const QStringList command{"Clicked", "CommandClicked settings"};
+    QTest::newRow("href and command: only opened")
+        << url << "settings" << int(Qt::LeftButton) << QStringList{"open " + url};
+    QTest::newRow("command") << QString() << "settings" << int(Qt::LeftButton) << command;
+    QTest::newRow("neither") << QString() << QString() << int(Qt::LeftButton) << QStringList{"Clicked"};
+    QTest::newRow("right button") << QString() << "settings" << int(Qt::RightButton) << QStringList();
+    QTest::newRow("Return") << QString() << "settings" << int(Qt::Key_Return) << command;
+    QTest::newRow("Enter opens") << url << QString() << int(Qt::Key_Enter) << QStringList{"open " + url};
 }
 
 void TestLinkLabel::activation()
 {
     QFETCH(QString, href);
     QFETCH(QString, command);
-    QFETCH(QString, how);
+    QFETCH(int, input);
     QFETCH(QStringList, expected);
-
-    UrlCatcher catcher;
-    QWidget window;
-    auto* label = new LinkLabel(&window);
-    label->setText(QStringLiteral("Open the help"));
-    label->setGeometry(10, 10, 150, 24);
-    label->SetHref(href);
-    label->SetCommand(command);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QStringList seen;
-    connect(label, &LinkLabel::Clicked, this, [&seen] { seen << QStringLiteral("Clicked"); });
-    connect(label, &LinkLabel::CommandClicked, this, [&seen](const QString& c) { seen << "CommandClicked " + c; });
-
-    if (how == QLatin1String("left") || how == QLatin1String("right")) {
-        QTest::mouseClick(label, how == QLatin1String("left") ? Qt::LeftButton : Qt::RightButton);
-    } else {
-        QTest::keyClick(label, how == QLatin1String("return") ? Qt::Key_Return : Qt::Key_Enter);
-    }
-    for (const QUrl& opened : catcher.opened)
-        seen << "open " + opened.toString();
-    QCOMPARE(seen, expected);
+    Fixture f;
+    f.label->SetHref(href);
+    f.label->SetCommand(command);
+    QVERIFY(f.Exposed());
+    m_seen.clear();
+    connect(f.label, &LinkLabel::Clicked, this, [this] { m_seen << QStringLiteral("Clicked"); });
+    connect(f.label, &LinkLabel::CommandClicked, this, [this](const QString& c) { m_seen << "CommandClicked " + c; });
+    if (input < Qt::Key_Escape)
+        QTest::mouseClick(f.label, Qt::MouseButton(input));
+    else
+        QTest::keyClick(f.label, Qt::Key(input));
+    QCOMPARE(m_seen, expected);
 }
 
 void TestLinkLabel::hoverAndDisabledLook()
 {
-    QWidget window;
-    window.resize(300, 100);
-    auto* label = new LinkLabel(&window);
-    label->setText(QStringLiteral("A link"));
-    label->setGeometry(10, 10, 120, 24);
-    label->SetLinkColor(QColor(10, 120, 200));
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QTest::mouseMove(&window, QPoint(250, 80));
-    QCOMPARE(label->palette().color(QPalette::Active, label->foregroundRole()), QColor(10, 120, 200));
+    Fixture f;
+    f.label->SetLinkColor(QColor(10, 120, 200));
+    QVERIFY(f.Exposed());
+    f.Rest();
+    QCOMPARE(f.Foreground(), QColor(10, 120, 200));
+    QTest::mouseMove(f.label, QPoint(20, 10));
+    QTRY_COMPARE(f.label->cursor().shape(), Qt::PointingHandCursor);
+    QVERIFY(f.label->font().underline());
+    f.Rest();
+    QTRY_VERIFY(!f.label->font().underline());
+    QCOMPARE(f.label->cursor().shape(), Qt::ArrowCursor);
 
-    QTest::mouseMove(label, QPoint(20, 10));
-    QTRY_COMPARE(label->cursor().shape(), Qt::PointingHandCursor);
-    QVERIFY(label->font().underline());
-    QTest::mouseMove(&window, QPoint(250, 80));
-    QTRY_VERIFY(!label->font().underline());
-    QCOMPARE(label->cursor().shape(), Qt::ArrowCursor);
-
-    label->setEnabled(false);
-    QCOMPARE(label->palette().color(QPalette::Active, label->foregroundRole()), QColor(Qt::gray));
-    QTest::mouseMove(label, QPoint(20, 10));
+    f.label->setEnabled(false);
+    QCOMPARE(f.Foreground(), QColor(Qt::gray));
+    QTest::mouseMove(f.label, QPoint(20, 10));
     QTest::qWait(100);
-    QCOMPARE(label->cursor().shape(), Qt::ArrowCursor);
-    QVERIFY(!label->font().underline());
-    label->setEnabled(true);
-    QCOMPARE(label->palette().color(QPalette::Active, label->foregroundRole()), QColor(10, 120, 200));
+    QCOMPARE(f.label->cursor().shape(), Qt::ArrowCursor);
+    QVERIFY(!f.label->font().underline());
+    f.label->setEnabled(true);
+    QCOMPARE(f.Foreground(), QColor(10, 120, 200));
 }
 
-void TestLinkLabel::pathKeepsDriveAndFileName_data()
-{
-    QTest::addColumn<int>("width");
-    QTest::addColumn<QString>("shown");
-
-    const QString path = QStringLiteral("C:\\Users\\Someone\\Documents\\Reports\\Quarterly report.pdf");
-    const QFontMetrics metrics(TestFont());
-    const int drive = metrics.horizontalAdvance(QStringLiteral("C:\\"));
-    QTest::newRow("wide enough") << metrics.horizontalAdvance(path) << path;
-    const int narrow = 200;
-    QTest::newRow("narrow")
-        << narrow << "C:\\" + metrics.elidedText(path.mid(3), Qt::ElideLeft, narrow - drive, 0);
-    QTest::newRow("room for the drive only") << drive << QStringLiteral("C:\\");
-    QTest::newRow("zero") << 0 << QStringLiteral("C:\\");
-}
-
+// The drive and as much of the end as fits, the folders above the file elided first.
 void TestLinkLabel::pathKeepsDriveAndFileName()
 {
-    QFETCH(int, width);
-    QFETCH(QString, shown);
-    LinkLabel label;
-    label.setFont(TestFont());
-    label.setAttribute(Qt::WA_DontShowOnScreen);
-    label.show();
-    label.SetPath(QStringLiteral("C:\\Users\\Someone\\Documents\\Reports\\Quarterly report.pdf"));
-    label.resize(width, 24);
-    QCOMPARE(label.text(), shown);
-    if (shown.size() > 3)
-        QVERIFY(shown.endsWith(QStringLiteral("report.pdf")));
-    const QFontMetrics metrics(TestFont());
-    QCOMPARE(label.minimumSizeHint(), metrics.size(Qt::TextSingleLine, QStringLiteral("C:\\")));
-    QCOMPARE(label.sizeHint().width(), metrics.horizontalAdvance(label.GetPath()));
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(13);
+    Fixture f;
+    f.label->setFont(font);
+    f.label->SetPath(kPath);
+    const QFontMetrics metrics(font);
+    const QString drive = QStringLiteral("C:\\");
+    QCOMPARE(f.label->minimumSizeHint(), metrics.size(Qt::TextSingleLine, drive));
+    QCOMPARE(f.label->sizeHint().width(), metrics.horizontalAdvance(kPath));
+    const int driveWidth = metrics.horizontalAdvance(drive);
+    const QVector<QPair<int, QString>> shown{
+        {metrics.horizontalAdvance(kPath), kPath},
+        {200, drive + metrics.elidedText(kPath.mid(3), Qt::ElideLeft, 200 - driveWidth, 0)},
+        {driveWidth, drive},
+        {0, drive}};
+    for (const auto& entry : shown) {
+        f.label->resize(entry.first, 24);
+        QCOMPARE(f.label->text(), entry.second);
+    }
 }
 
 QTEST_MAIN(TestLinkLabel)

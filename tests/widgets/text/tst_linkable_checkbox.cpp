@@ -16,9 +16,7 @@ class TestLinkableCheckbox : public QObject
 
 private Q_SLOTS:
     void captionTogglesButALinkDoesNot();
-    void hoveringTheCaptionHoversTheBox();
-    void propertiesAndResets();
-    void linkMarkup_data();
+    void resetsRestoreTheDefaults();
     void linkMarkup();
 };
 
@@ -37,6 +35,14 @@ void TestLinkableCheckbox::captionTogglesButALinkDoesNot()
     QSignalSpy states(box, &LinkableCheckbox::StateChanged);
     OrvantaQT::ClickableLabel* caption = box->Caption();
 
+    // Hovering the caption hovers the box.
+    QTest::mouseMove(&window, QPoint(395, 95));
+    QTRY_VERIFY(!box->CheckBox()->IsHovered());
+    QTest::mouseMove(caption, QPoint(8, 5));
+    QTRY_VERIFY(box->CheckBox()->IsHovered());
+    QTest::mouseMove(&window, QPoint(395, 95));
+    QTRY_VERIFY(!box->CheckBox()->IsHovered());
+
     // On "I accept": toggles.
     QTest::mouseClick(caption, Qt::LeftButton, {}, QPoint(8, caption->height() / 2));
     QCOMPARE(toggled.count(), 1);
@@ -48,8 +54,7 @@ void TestLinkableCheckbox::captionTogglesButALinkDoesNot()
     QTextDocument document;
     document.setDefaultFont(caption->font());
     document.setHtml(QStringLiteral("I accept the terms"));
-    const int linkX = int(document.idealWidth()) - 20;
-    QTest::mouseClick(caption, Qt::LeftButton, {}, QPoint(linkX, caption->height() / 2));
+    QTest::mouseClick(caption, Qt::LeftButton, {}, QPoint(int(document.idealWidth()) - 20, caption->height() / 2));
     QCOMPARE(links.count(), 1);
     QCOMPARE(links.first().first().toString(), QStringLiteral("terms"));
     QCOMPARE(toggled.count(), 1);
@@ -61,57 +66,24 @@ void TestLinkableCheckbox::captionTogglesButALinkDoesNot()
     QVERIFY(!box->isChecked());
 }
 
-void TestLinkableCheckbox::hoveringTheCaptionHoversTheBox()
+void TestLinkableCheckbox::resetsRestoreTheDefaults()
 {
-    QWidget window;
-    window.resize(400, 120);
-    auto* box = new LinkableCheckbox(&window);
-    box->setGeometry(10, 10, 300, 40);
-    box->setText(QStringLiteral("A caption"));
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QTest::mouseMove(&window, QPoint(390, 110));
-    QTRY_VERIFY(!box->CheckBox()->IsHovered());
-    QTest::mouseMove(box->Caption(), QPoint(10, 5));
-    QTRY_VERIFY(box->CheckBox()->IsHovered());
-    QTest::mouseMove(&window, QPoint(390, 110));
-    QTRY_VERIFY(!box->CheckBox()->IsHovered());
-}
-
-void TestLinkableCheckbox::propertiesAndResets()
-{
+    LinkableCheckbox fresh;
     LinkableCheckbox box;
-    const QMetaObject* meta = box.metaObject();
     box.setSpacing(20);
     box.setWordWrap(true);
     box.setTextFormat(Qt::PlainText);
     box.setChecked(true);
-    for (const char* name : {"textFormat", "wordWrap", "spacing", "checked"})
-        QVERIFY(meta->property(meta->indexOfProperty(name)).reset(&box));
-    QCOMPARE(box.spacing(), 6);
-    QCOMPARE(box.wordWrap(), false);
-    QCOMPARE(box.textFormat(), Qt::AutoText);
-    QCOMPARE(box.isChecked(), false);
+    for (const char* name : {"textFormat", "wordWrap", "spacing", "checked"}) {
+        const QMetaProperty property = box.metaObject()->property(box.metaObject()->indexOfProperty(name));
+        QVERIFY2(property.read(&box) != property.read(&fresh) && property.reset(&box), name);
+        QCOMPARE(property.read(&box), property.read(&fresh));
+    }
 }
 
-void TestLinkableCheckbox::linkMarkup_data()
-{
-    QTest::addColumn<bool>("enabled");
-    QTest::addColumn<bool>("noLink");
-    QTest::addColumn<QString>("markup");
-    QTest::newRow("enabled") << true << false << "<a href=\"link\" style=\"text-decoration: none;\">Help<\\a>";
-    QTest::newRow("disabled") << false << false
-                              << "<a href=\"link\" style=\"text-decoration: none; color:#7f7f80;\">Help<\\a>";
-    QTest::newRow("no link, enabled") << true << true << "Help";
-    QTest::newRow("no link, disabled") << false << true << "Help";
-}
-
+// A disabled link takes the global sheet's "greyColor".
 void TestLinkableCheckbox::linkMarkup()
 {
-    QFETCH(bool, enabled);
-    QFETCH(bool, noLink);
-    QFETCH(QString, markup);
-    // The grey is the global sheet's "greyColor".
     QTemporaryDir folder;
     QFile sheet(folder.filePath(QStringLiteral("styles.qss")));
     QVERIFY(sheet.open(QIODevice::WriteOnly));
@@ -119,11 +91,16 @@ void TestLinkableCheckbox::linkMarkup()
     sheet.close();
     OrvantaQT::LoadGlobalStyleSheet(sheet.fileName());
     LinkTextBuilder builder;
-    builder.SetEnabled(enabled);
-    builder.SetNoLinkMode(noLink);
-    QCOMPARE(builder.GetDecoratedLink(QStringLiteral("Help")), markup);
-    const LinkTextBuilder copy = builder;
-    QCOMPARE(copy.GetDecoratedLink(QStringLiteral("Help")), markup);
+    const QString help = QStringLiteral("Help");
+    QCOMPARE(builder.GetDecoratedLink(help),
+             QStringLiteral("<a href=\"link\" style=\"text-decoration: none;\">Help<\\a>"));
+    builder.SetEnabled(false);
+    QCOMPARE(builder.GetDecoratedLink(help),
+             QStringLiteral("<a href=\"link\" style=\"text-decoration: none; color:#7f7f80;\">Help<\\a>"));
+    builder.SetNoLinkMode(true);
+    QCOMPARE(builder.GetDecoratedLink(help), help);
+    builder.SetEnabled(true);
+    QCOMPARE(builder.GetDecoratedLink(help), help);
 }
 
 QTEST_MAIN(TestLinkableCheckbox)

@@ -48,9 +48,6 @@ namespace {
 const char kProbeOption[] = "--start-up-probe";
 const int kErrorLevel = 4;
 
-// ---------------------------------------------------------------------------------------
-// Commands and threads
-
 class FunctionCommand : public ApplicationCommand
 {
 public:
@@ -165,9 +162,6 @@ void EmitAboutToQuit()
     QVERIFY(QMetaObject::invokeMethod(qApp, "aboutToQuit", Qt::DirectConnection));
 }
 
-// ---------------------------------------------------------------------------------------
-// "styles.qss"
-
 const QString kSheetFile = QStringLiteral("styles.qss");
 
 QString SheetSource(const QString& linkColor)
@@ -200,11 +194,8 @@ bool WriteFile(const QString& path, const QString& text)
     return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
 }
 
-// ---------------------------------------------------------------------------------------
-// The start-up probe: a fresh Application in a child process
-
-// In the child: sets a default locale, constructs the application and prints what it
-// set up.
+// In the child process: sets a default locale, constructs a fresh application and prints
+// what it set up.
 int RunStartUpProbe(char** argv)
 {
     QLocale::setDefault(QLocale(QString::fromLocal8Bit(argv[2])));
@@ -278,9 +269,6 @@ void TestApplication::cleanup()
     QCoreApplication::sendPostedEvents();
 }
 
-// ---------------------------------------------------------------------------------------
-// Start-up and run time
-
 void TestApplication::startUp_data()
 {
     QTest::addColumn<QString>("initial"); // the default locale before
@@ -293,14 +281,12 @@ void TestApplication::startUp_data()
     QTest::newRow("1 English") << "de_DE" << 1u << "de" << "en_US" << "de_DE";
     // A catalogue the library does not ship is no error: the texts stay as written.
     QTest::newRow("11 Portuguese, Brazil") << "de_DE" << 11u << "xx" << "pt_BR" << "";
-    QTest::newRow("14 Chinese, Taiwan") << "de_DE" << 14u << "xx" << "zh_TW" << "";
-    QTest::newRow("22 English, United Kingdom") << "de_DE" << 22u << "xx" << "en_GB" << "";
+    // The last row of the table, and the first index past it.
     QTest::newRow("35 Turkish") << "de_DE" << 35u << "xx" << "tr_TR" << "";
     QTest::newRow("36 falls back to English") << "de_DE" << 36u << "xx" << "en_US" << "";
     QTest::newRow("UINT_MAX falls back to English") << "de_DE" << uint(UINT_MAX) << "xx" << "en_US" << "";
     // Only the language is compared with the current default: the country is not changed.
     QTest::newRow("11 keeps Portuguese, Portugal") << "pt_PT" << 11u << "xx" << "pt_PT" << "";
-    QTest::newRow("22 keeps English, United States") << "en_US" << 22u << "xx" << "en_US" << "";
 }
 
 void TestApplication::startUp()
@@ -364,9 +350,6 @@ void TestApplication::styleSheetFileIsFollowed()
     QVERIFY(WriteFile(kSheetFile, SheetSource(editedAfterwards)));
     QTRY_COMPARE_WITH_TIMEOUT(Applied(), AppliedFrom(editedAfterwards), 10000);
 }
-
-// ---------------------------------------------------------------------------------------
-// Commands on the main thread
 
 void TestApplication::commandOnTheMainThread_data()
 {
@@ -467,17 +450,12 @@ void TestApplication::blockingCallReturnsOnlyAfterTheCommandRan()
     // ranOn is written by the command on the main thread and read by the worker once the
     // call has returned: the call itself must order the two.
     const QThread* ranOn = nullptr;
-    bool mainThreadInCommand = false;
     std::atomic<const QThread*> seenAtReturn{nullptr};
     std::atomic<bool> mainThreadOnWorker{true};
     Workers worker(1, [&](int) {
         mainThreadOnWorker = OrvantaQT::IsMainThread();
         calling.release();
-        App()->ExecuteInMainThread(Command([&] {
-                                       ranOn = QThread::currentThread();
-                                       mainThreadInCommand = OrvantaQT::IsMainThread();
-                                   }),
-                                   true);
+        App()->ExecuteInMainThread(Command([&] { ranOn = QThread::currentThread(); }), true);
         seenAtReturn = ranOn;
     });
 
@@ -499,8 +477,6 @@ void TestApplication::blockingCallReturnsOnlyAfterTheCommandRan()
     QVERIFY(worker.Wait(10000));
     QCOMPARE(ranOn, dropped ? nullptr : mainThread);
     QCOMPARE(seenAtReturn.load(), ranOn);
-    QVERIFY(OrvantaQT::IsMainThread());
-    QCOMPARE(mainThreadInCommand, !dropped);
     QVERIFY(!mainThreadOnWorker.load());
 }
 
@@ -543,9 +519,6 @@ void TestApplication::throwingCommandIsLogged()
     App()->PostEvent(Command([&] { ++runs; }));
     QTRY_COMPARE(runs, 1);
 }
-
-// ---------------------------------------------------------------------------------------
-// Quitting
 
 void TestApplication::stressWithQuitMidway()
 {

@@ -26,7 +26,8 @@ protected:
 };
 
 // A 400 x 300 container with a target at (50, 40) 100 x 60, whose inclusive right and
-// bottom edges are 149 and 99, and a 30 x 20 widget at the origin.
+// bottom edges are 149 and 99, and a 30 x 20 widget at the origin. Hidden widgets get
+// their move and resize events only when shown.
 struct Siblings
 {
     Siblings()
@@ -38,6 +39,11 @@ struct Siblings
         widget->setGeometry(0, 0, 30, 20);
     }
 
+    bool Shown()
+    {
+        container.show();
+        return QTest::qWaitForWindowExposed(&container);
+    }
     AnchorController* Controller() const
     {
         return widget->property("_a_anchorController").value<AnchorController*>();
@@ -51,10 +57,8 @@ struct Siblings
 bool SetWorkArea(const QRect& area)
 {
     const QString value = QStringLiteral("%1, %2, %3, %4").arg(area.x()).arg(area.y()).arg(area.width()).arg(area.height());
-    return QProcess::execute(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("-f"),
-                                                       QStringLiteral("_NET_WORKAREA"), QStringLiteral("32c"),
-                                                       QStringLiteral("-set"), QStringLiteral("_NET_WORKAREA"), value})
-        == 0;
+    const QStringList arguments{"-root", "-f", "_NET_WORKAREA", "32c", "-set", "_NET_WORKAREA", value};
+    return QProcess::execute(QStringLiteral("xprop"), arguments) == 0;
 }
 
 } // namespace
@@ -67,8 +71,7 @@ private Q_SLOTS:
     void pinsAnEdgeToATargetsPoint_data();
     void pinsAnEdgeToATargetsPoint();
     void opposingEdgesStretch();
-    void followsTheTargetAndSnapsBack();
-    void anchorsGoWithTheirTargetsOrOnRequest();
+    void followsTheTargetUntilRemoved();
     void childToItsWindow();
     void windowToTheScreenFollowsTheWorkArea();
     void nearestCorner_data();
@@ -105,7 +108,6 @@ void TestAnchorLayout::pinsAnEdgeToATargetsPoint()
     AnchorLayout::SetupAnchors(s.widget, {{Qt::AnchorPoint(ownPoint), {s.target, Qt::AnchorPoint(targetPoint)}}},
                                QMargins(10, 5, 7, 3));
     QCOMPARE(s.widget->geometry(), expected);
-    QCOMPARE(AnchorLayout::GetAnchorMargins(s.widget), QMargins(10, 5, 7, 3));
     QCOMPARE(AnchorLayout::WidgetAnchors(s.widget).size(), 1);
 }
 
@@ -113,8 +115,7 @@ void TestAnchorLayout::pinsAnEdgeToATargetsPoint()
 void TestAnchorLayout::opposingEdgesStretch()
 {
     Siblings s;
-    s.container.show(); // hidden widgets get their move and resize events only when shown
-    QVERIFY(QTest::qWaitForWindowExposed(&s.container));
+    QVERIFY(s.Shown());
     AnchorLayout::AddAnchors(s.target, s.widget, Qt::Horizontal);
     QCOMPARE(s.widget->geometry(), QRect(50, 0, 100, 20));
     AnchorLayout::AddAnchors(s.target, s.widget, Qt::Vertical);
@@ -127,11 +128,10 @@ void TestAnchorLayout::opposingEdgesStretch()
     QCOMPARE(s.widget->geometry(), QRect(10, 20, 200, 150));
 }
 
-void TestAnchorLayout::followsTheTargetAndSnapsBack()
+void TestAnchorLayout::followsTheTargetUntilRemoved()
 {
     Siblings s;
-    s.container.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&s.container));
+    QVERIFY(s.Shown());
     AnchorLayout::AddAnchor(s.target, Qt::AnchorRight, s.widget, Qt::AnchorLeft);
     AnchorLayout::AddAnchor(s.target, Qt::AnchorBottom, s.widget, Qt::AnchorTop);
     // On the target's inclusive right and bottom edges.
@@ -148,21 +148,12 @@ void TestAnchorLayout::followsTheTargetAndSnapsBack()
     QCOMPARE(s.widget->pos(), QPoint(119, 89));
     s.widget->resize(60, 40);
     QCOMPARE(s.widget->geometry(), QRect(119, 89, 60, 40));
-}
-
-void TestAnchorLayout::anchorsGoWithTheirTargetsOrOnRequest()
-{
-    Siblings s;
-    s.container.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&s.container));
-    AnchorLayout::AddAnchor(s.target, Qt::AnchorRight, s.widget, Qt::AnchorLeft);
-    AnchorLayout::AddAnchor(s.target, Qt::AnchorBottom, s.widget, Qt::AnchorTop);
 
     // A null target removes the anchor of that own point.
     s.Controller()->SetAnchor(nullptr, Qt::AnchorRight, Qt::AnchorLeft);
     QCOMPARE(AnchorLayout::WidgetAnchors(s.widget).size(), 1);
     s.target->move(0, 0);
-    QCOMPARE(s.widget->pos(), QPoint(149, 59));
+    QCOMPARE(s.widget->pos(), QPoint(119, 59));
 
     // A target deleted later takes its anchors with it.
     s.target->deleteLater();

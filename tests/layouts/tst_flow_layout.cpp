@@ -17,7 +17,7 @@ namespace {
 class Box : public QWidget
 {
 public:
-    explicit Box(QSize hint) : m_hint(hint) {}
+    explicit Box(QSize hint, QWidget* parent = nullptr) : QWidget(parent), m_hint(hint) {}
     QSize sizeHint() const override { return m_hint; }
     QSize minimumSizeHint() const override { return QSize(1, 1); }
     bool hasHeightForWidth() const override { return true; }
@@ -52,24 +52,14 @@ private:
 };
 
 // Takes the place the layout gives it as it is (a widget item would fit its widget in).
-class FixedItem : public QLayoutItem
+class FixedItem : public QWidgetItem
 {
 public:
-    explicit FixedItem(QWidget* widget, QSize hint) : m_widget(widget), m_hint(hint) {}
-    QSize sizeHint() const override { return m_hint; }
-    QSize minimumSize() const override { return m_hint; }
-    QSize maximumSize() const override { return m_hint; }
-    Qt::Orientations expandingDirections() const override { return {}; }
+    using QWidgetItem::QWidgetItem;
     void setGeometry(const QRect& rect) override { m_rect = rect; }
     QRect geometry() const override { return m_rect; }
-    bool isEmpty() const override { return false; }
-    QWidget* widget() override { return m_widget; }
-    bool hasHeightForWidth() const override { return true; }
-    int heightForWidth(int width) const override { return static_cast<Box*>(m_widget)->heightForWidth(width); }
 
 private:
-    QWidget* m_widget;
-    QSize m_hint;
     QRect m_rect;
 };
 
@@ -79,19 +69,6 @@ struct Flow
     {
         layout = new FlowLayout(&container, hSpacing, vSpacing);
         layout->setContentsMargins(margins);
-    }
-    void Add(int count, QSize size)
-    {
-        for (int i = 0; i < count; ++i) {
-            auto* box = new Box(size);
-            box->setParent(&container);
-            layout->addItem(new FixedItem(box, size));
-        }
-    }
-    QVector<QRect> Place(const QRect& rect)
-    {
-        layout->setGeometry(rect);
-        return Places();
     }
     QVector<QRect> Places() const
     {
@@ -126,7 +103,7 @@ private Q_SLOTS:
     void heightForWidthAndMinimumSize();
     void spacingFallsBack_data();
     void spacingFallsBack();
-    void maximumPerRowTakesEffectAtOnce();
+    void itemsWithoutAWidgetGetNoSpacing();
     void ownsItsItemsUntilTaken();
 };
 
@@ -172,9 +149,11 @@ void TestFlowLayout::rowsAreFilledAndTheBlockCentred()
     QFETCH(QVector<QRect>, expected);
 
     Flow flow(10, 5, margins);
-    flow.Add(count, item);
-    flow.layout->SetMaxWidgetsPerRow(maxPerRow);
-    QCOMPARE(flow.Place(rect), expected);
+    for (int i = 0; i < count; ++i)
+        flow.layout->addItem(new FixedItem(new Box(item, &flow.container)));
+    flow.layout->setGeometry(rect);
+    flow.layout->SetMaxWidgetsPerRow(maxPerRow); // lays out again at once
+    QCOMPARE(flow.Places(), expected);
 }
 
 void TestFlowLayout::heightForWidthAndMinimumSize_data()
@@ -243,31 +222,21 @@ void TestFlowLayout::spacingFallsBack()
     }
     flow->setContentsMargins(0, 0, 0, 0);
     for (int i = 0; i < 2; ++i) {
-        auto* box = new Box(QSize(40, 10));
-        box->setParent(&container);
+        auto* box = new Box(QSize(40, 10), &container);
         box->setStyle(&style);
         flow->addWidget(box);
     }
+    const auto place = [flow](int index) { return flow->itemAt(index)->widget()->geometry(); };
     flow->setGeometry(QRect(0, 0, 200, 100));
-    const QRect first = flow->itemAt(0)->widget()->geometry();
-    const QRect second = flow->itemAt(1)->widget()->geometry();
-    QCOMPARE(second.left() - first.right() - 1, gap);
+    QCOMPARE(place(1).left() - place(0).right() - 1, gap);
     flow->setGeometry(QRect(0, 0, 60, 100)); // one per row now
-    QCOMPARE(flow->itemAt(1)->widget()->geometry().top() - flow->itemAt(0)->widget()->geometry().bottom() - 1,
-             gap == 3 ? 2 : gap);
+    QCOMPARE(place(1).top() - place(0).bottom() - 1, gap == 3 ? 2 : gap);
     container.setStyle(nullptr);
 }
 
-void TestFlowLayout::maximumPerRowTakesEffectAtOnce()
+// Without a widget there is no style to ask for a spacing: logged, and 0 is used.
+void TestFlowLayout::itemsWithoutAWidgetGetNoSpacing()
 {
-    Flow flow(10, 5);
-    flow.Add(4, QSize(20, 10));
-    flow.Place(QRect(0, 0, 300, 200));
-    flow.layout->SetMaxWidgetsPerRow(2);
-    QCOMPARE(flow.layout->MaxWidgetsPerRow(), 2);
-    QCOMPARE(flow.Places(), Row({125, 88}, {20, 10}, 2, 10) + Row({125, 103}, {20, 10}, 2, 10));
-
-    // Without a widget there is no style to ask for a spacing: logged, and 0 is used.
     const LogCapture::Mark mark;
     FlowLayout bare(nullptr, -1, -1);
     bare.setContentsMargins(0, 0, 0, 0);

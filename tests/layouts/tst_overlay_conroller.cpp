@@ -50,16 +50,13 @@ void TestOverlayConroller::placesTheOverlayOnItsParent()
     layout->addWidget(overlay);
     overlay->resize(60, 100);
     auto* controller = new OverlayConroller(overlay, Qt::Alignment(alignment), magic);
-    QCOMPARE(layout->indexOf(overlay), -1);
-    QCOMPARE(controller->IsMagicCenteringUsed(), magic);
+    QCOMPARE(layout->indexOf(overlay), -1); // taken out of the parent's layout
     controller->SetMargins(QMargins(5, 6, 12, 8));
     parent.show();
     QVERIFY(QTest::qWaitForWindowExposed(&parent));
     QCOMPARE(overlay->geometry(), inParent);
     parent.resize(500, 200);
-    QTRY_COMPARE(overlay->size(), afterResize.size());
-    if (alignment & (Qt::AlignRight | Qt::AlignBottom | Qt::AlignCenter))
-        QTRY_COMPARE(overlay->geometry(), afterResize);
+    QTRY_COMPARE(overlay->geometry(), afterResize);
 }
 
 void TestOverlayConroller::setUpByTheFreeFunction()

@@ -9,7 +9,7 @@ using OrvantaQT::DrawBorderPixmap;
 
 namespace {
 
-// 12 x 12: a red frame 3 pixels wide around a blue middle, on a strip that starts at y = 12.
+// A green band over a 12 x 12 band (from y = 12) of a red frame 3 pixels wide around a blue middle.
 QPixmap Frame()
 {
     QPixmap pixmap(12, 24);
@@ -18,15 +18,6 @@ QPixmap Frame()
     painter.fillRect(0, 12, 12, 12, Qt::red);
     painter.fillRect(3, 15, 6, 6, Qt::blue);
     return pixmap;
-}
-
-QImage Draw(QSize size, const QMargins& borders)
-{
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    DrawBorderPixmap(&painter, image.rect(), Frame(), QRect(0, 12, 12, 12), borders);
-    return image;
 }
 
 } // namespace
@@ -50,25 +41,28 @@ void TestBorderPixmapPainter::bordersKeepTheirSize_data()
     QTest::newRow("smaller than the borders allow") << QSize(4, 4) << 2;
 }
 
+// The frame is exactly `border` pixels wide on every side, the middle blue, and nothing
+// of the strip's other band comes in.
 void TestBorderPixmapPainter::bordersKeepTheirSize()
 {
     QFETCH(QSize, size);
     QFETCH(int, border);
-    const QImage image = Draw(size, QMargins(3, 3, 3, 3));
-    const int w = size.width();
-    const int h = size.height();
-    // The frame is exactly `border` pixels wide on every side, the middle blue, and
-    // nothing of the strip's other band comes in.
-    for (int y = 0; y < h; ++y) {
-        for (int x = 0; x < w; ++x) {
-            const bool frame = x < border || y < border || x >= w - border || y >= h - border;
-            const QColor expected = frame ? QColor(Qt::red) : QColor(Qt::blue);
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    DrawBorderPixmap(&painter, image.rect(), Frame(), QRect(0, 12, 12, 12), QMargins(3, 3, 3, 3));
+    painter.end();
+    const QRect middle = image.rect().marginsRemoved(QMargins(border, border, border, border));
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            const QColor expected = middle.contains(x, y) ? QColor(Qt::blue) : QColor(Qt::red);
             if (image.pixelColor(x, y) != expected)
                 QFAIL(qPrintable(QStringLiteral("(%1, %2) is %3").arg(x).arg(y).arg(image.pixelColor(x, y).name())));
         }
     }
 }
 
+// No painter or no picture is logged; an empty target is simply nothing to draw.
 void TestBorderPixmapPainter::nothingToDrawIsReported()
 {
     const LogCapture::Mark mark;

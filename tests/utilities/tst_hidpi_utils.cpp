@@ -17,15 +17,6 @@
 
 using namespace OrvantaQT;
 
-// The X server a probe runs on.
-struct Display
-{
-    QString screen;   // empty: no X server at all
-    QString xftDpi;   // empty: unset
-    QString workArea; // empty: none published
-};
-Q_DECLARE_METATYPE(Display)
-
 namespace {
 
 using Report = QMap<QString, QString>;
@@ -53,26 +44,19 @@ int RunProbe(const QStringList& arguments)
 
 // ---- the parent side
 
-Report Probe(const Display& display, const QStringList& arguments, const QStringList& environment = {})
+// Runs the probe with these additions to the environment: on an X server of its own when
+// they choose a screen (see with_xvfb.sh), else on none at all.
+Report Probe(const QString& arguments, const QStringList& environment)
 {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.remove(QStringLiteral("QT_SCALE_FACTOR"));
-    env.remove(QStringLiteral("QT_OPENGL"));
-    env.remove(QStringLiteral("QT_ANGLE_PLATFORM"));
+    for (const char* name : {"QT_SCALE_FACTOR", "QT_OPENGL", "QT_ANGLE_PLATFORM", "DISPLAY", "QT_HALVO_XVFB_SCREEN"})
+        env.remove(QString::fromLatin1(name));
     for (const QString& assignment : environment)
         env.insert(assignment.section(QLatin1Char('='), 0, 0), assignment.section(QLatin1Char('='), 1));
-    QString program = QCoreApplication::applicationFilePath();
-    QStringList programArguments = QStringList{QStringLiteral("--probe")} + arguments;
-    if (display.screen.isEmpty()) {
-        env.remove(QStringLiteral("DISPLAY"));
-    } else {
-        env.insert(QStringLiteral("QT_HALVO_XVFB_SCREEN"), display.screen + QStringLiteral("x24"));
-        env.insert(QStringLiteral("QT_HALVO_XVFB_DPI"), QStringLiteral("144"));
-        env.insert(QStringLiteral("QT_HALVO_XVFB_XFT_DPI"), display.xftDpi);
-        env.insert(QStringLiteral("QT_HALVO_XVFB_WORKAREA"), display.workArea);
-        programArguments.prepend(program);
-        program = QStringLiteral(QT_HALVO_XVFB_SCRIPT);
-    }
+    QStringList programArguments{QCoreApplication::applicationFilePath(), QStringLiteral("--probe")};
+    programArguments += arguments.split(QLatin1Char(' '));
+    const QString program = env.contains(QStringLiteral("QT_HALVO_XVFB_SCREEN")) ? QStringLiteral(QT_HALVO_XVFB_SCRIPT)
+                                                                                 : programArguments.takeFirst();
     QProcess probe;
     probe.setProcessEnvironment(env);
     probe.setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -85,11 +69,29 @@ Report Probe(const Display& display, const QStringList& arguments, const QString
     return report;
 }
 
+// A 1366 x 768 screen; an empty Xft.dpi is left unset, an empty work area unpublished.
+QStringList Screen(const QString& xftDpi, const QString& workArea = QString())
+{
+    return {QStringLiteral("QT_HALVO_XVFB_SCREEN=1366x768x24"), QStringLiteral("QT_HALVO_XVFB_DPI=144"),
+            QStringLiteral("QT_HALVO_XVFB_XFT_DPI=") + xftDpi, QStringLiteral("QT_HALVO_XVFB_WORKAREA=") + workArea};
+}
+
 const QString kSucceeded = QStringLiteral("2 GetDisplayInfo succeeded: DPI: %1, scaling: %2%. Monitors: "
                                           "Resolution: 1366x768, work area: 1366x%3, physical DPI: 76.");
 const QString kSystemScaling = QStringLiteral("2 EnableHiDpiScaling - use system scaling.");
 const QString kLowered =
     QStringLiteral("3 EnableHiDpiScaling - console doesn't fit monitor resolution with system scaling. Set scale to %1.");
+
+// What the probe reports once EnableHiDpiScaling chose the factor ("unset": system
+// scaling); read after the choice, the factor is the one chosen, and Qt's own scaling
+// stays on above a factor of one.
+Report Chosen(const QString& factor, const QStringList& log)
+{
+    const bool one = factor == QLatin1String("1");
+    return Report{{"log", log.join(QLatin1Char('|'))}, {"QT_SCALE_FACTOR", factor},
+                  {"factor", factor == QLatin1String("unset") ? QStringLiteral("1") : factor},
+                  {"disable", one ? "1" : "0"}, {"enable", one ? "0" : "1"}, {"pixmaps", one ? "0" : "1"}};
+}
 
 } // namespace
 
@@ -98,80 +100,46 @@ class TestHiDpiUtils : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void scalingChoice_data();
-    void scalingChoice();
-    void environmentChoices_data();
-    void environmentChoices();
+    void choicesBeforeTheApplication_data();
+    void choicesBeforeTheApplication();
     void minimumConsoleSizeFromTheSheet();
     void grabHiDpiPixmap();
 };
 
-void TestHiDpiUtils::scalingChoice_data()
+void TestHiDpiUtils::choicesBeforeTheApplication_data()
 {
-    QTest::addColumn<Display>("display");
-    QTest::addColumn<QSize>("console");
-    QTest::addColumn<QString>("scaleFactor"); // "unset": system scaling
-    QTest::addColumn<QStringList>("log");
-
-    const Display scaled150{QStringLiteral("1366x768"), QStringLiteral("144"), QString()};
-    const QString succeeded150 = kSucceeded.arg(144).arg(150).arg(768);
-    QTest::newRow("150 %, fits only at 1.25") << scaled150 << QSize(1000, 600) << "1.25"
-                                              << QStringList{succeeded150, kLowered.arg("1.250000")};
-    QTest::newRow("150 %, fits") << scaled150 << QSize(800, 500) << "unset" << QStringList{succeeded150, kSystemScaling};
-    QTest::newRow("negative side") << scaled150 << QSize(-1, 600) << "unset" << QStringList{succeeded150, kSystemScaling};
-    QTest::newRow("work area counts") << Display{"1366x768", "144", "0, 0, 1366, 700"} << QSize(1000, 600) << "1"
-                                      << QStringList{kSucceeded.arg(144).arg(150).arg(700), kLowered.arg("1.000000")};
-    QTest::newRow("100 %, no fit") << Display{"1366x768", QString(), QString()} << QSize(2000, 1000) << "1"
-                                   << QStringList{kSucceeded.arg(96).arg(100).arg(768), kLowered.arg("1.000000")};
-    QTest::newRow("no display") << Display{} << QSize(1000, 600) << "unset"
-                                << QStringList{QStringLiteral("4 GetDisplayInfo failed"), kSystemScaling};
-}
-
-void TestHiDpiUtils::scalingChoice()
-{
-    QFETCH(Display, display);
-    QFETCH(QSize, console);
-    QFETCH(QString, scaleFactor);
-    QFETCH(QStringList, log);
-    const Report report =
-        Probe(display, {QStringLiteral("scale"), QString::number(console.width()), QString::number(console.height())});
-    QVERIFY2(!report.isEmpty(), "the probe failed");
-    QCOMPARE(report.value(QStringLiteral("log")).split(QLatin1Char('|')), log);
-    QCOMPARE(report.value(QStringLiteral("QT_SCALE_FACTOR")), scaleFactor);
-    // Read after the choice, the factor is the one chosen.
-    QCOMPARE(report.value(QStringLiteral("factor")), scaleFactor == QLatin1String("unset") ? QStringLiteral("1") : scaleFactor);
-    // Qt's own scaling stays on above a factor of one.
-    const QString disabled = scaleFactor == QLatin1String("1") ? QStringLiteral("1") : QStringLiteral("0");
-    const QString enabled = scaleFactor == QLatin1String("1") ? QStringLiteral("0") : QStringLiteral("1");
-    QCOMPARE(report.value(QStringLiteral("disable")), disabled);
-    QCOMPARE(report.value(QStringLiteral("enable")), enabled);
-    QCOMPARE(report.value(QStringLiteral("pixmaps")), enabled);
-}
-
-void TestHiDpiUtils::environmentChoices_data()
-{
-    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("arguments"); // of the probe
     QTest::addColumn<QStringList>("environment");
     QTest::addColumn<Report>("expected"); // of what the probe reports
 
-    QTest::newRow("unreadable QT_SCALE_FACTOR") << QStringList{"nothing"} << QStringList{"QT_SCALE_FACTOR=abc"}
-                                                << Report{{"factor", "1"}};
-    QTest::newRow("QT_SCALE_FACTOR") << QStringList{"nothing"} << QStringList{"QT_SCALE_FACTOR=1.5"}
-                                     << Report{{"factor", "1.5"}};
+    const QString succeeded150 = kSucceeded.arg(144).arg(150).arg(768);
+    QTest::newRow("150 %, fits only at 1.25")
+        << "scale 1000 600" << Screen("144") << Chosen("1.25", {succeeded150, kLowered.arg("1.250000")});
+    QTest::newRow("150 %, fits") << "scale 800 500" << Screen("144") << Chosen("unset", {succeeded150, kSystemScaling});
+    QTest::newRow("negative side") << "scale -1 600" << Screen("144")
+                                   << Chosen("unset", {succeeded150, kSystemScaling});
+    QTest::newRow("work area counts") << "scale 1000 600" << Screen("144", "0, 0, 1366, 700")
+                                      << Chosen("1", {kSucceeded.arg(144).arg(150).arg(700), kLowered.arg("1.000000")});
+    QTest::newRow("100 %, no fit") << "scale 2000 1000" << Screen("")
+                                   << Chosen("1", {kSucceeded.arg(96).arg(100).arg(768), kLowered.arg("1.000000")});
+    QTest::newRow("no display") << "scale 1000 600" << QStringList()
+                                << Chosen("unset", {QStringLiteral("4 GetDisplayInfo failed"), kSystemScaling});
+    QTest::newRow("unreadable QT_SCALE_FACTOR")
+        << "nothing" << QStringList{"QT_SCALE_FACTOR=abc"} << Report{{"factor", "1"}};
     QTest::newRow("back-end left to Qt")
-        << QStringList{"backend"} << QStringList{"QT_OPENGL=desktop"}
+        << "backend" << QStringList{"QT_OPENGL=desktop"}
         << Report{{"log", "2 Graphical backend will be set by Qt framework"}, {"gles", "0"}, {"QT_ANGLE_PLATFORM", "unset"}};
-    // The other choices are Windows' only.
-    QTest::newRow("back-end") << QStringList{"backend"} << QStringList()
+    // The other back-end choices are Windows' only.
+    QTest::newRow("back-end") << "backend" << QStringList()
                               << Report{{"log", ""}, {"gles", "0"}, {"QT_ANGLE_PLATFORM", "unset"}};
 }
 
-void TestHiDpiUtils::environmentChoices()
+void TestHiDpiUtils::choicesBeforeTheApplication()
 {
-    QFETCH(QStringList, arguments);
+    QFETCH(QString, arguments);
     QFETCH(QStringList, environment);
     QFETCH(Report, expected);
-    const Report report = Probe(Display{}, arguments, environment);
+    const Report report = Probe(arguments, environment);
     QVERIFY2(!report.isEmpty(), "the probe failed");
     for (auto it = expected.cbegin(); it != expected.cend(); ++it)
         QCOMPARE(it.key() + QLatin1Char('=') + report.value(it.key()), it.key() + QLatin1Char('=') + it.value());
@@ -199,9 +167,7 @@ void TestHiDpiUtils::grabHiDpiPixmap()
     QWidget square(&window);
     square.setGeometry(10, 10, 10, 10);
     square.setAutoFillBackground(true);
-    QPalette palette = square.palette();
-    palette.setColor(QPalette::Window, Qt::red);
-    square.setPalette(palette);
+    square.setPalette(QPalette(Qt::red)); // its window colour too
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QCOMPARE(window.devicePixelRatioF(), ratio);

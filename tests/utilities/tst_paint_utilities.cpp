@@ -36,10 +36,8 @@ class TestPaintUtilities : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void compoundImageAlignsTheOverlay_data();
-    void compoundImageAlignsTheOverlay();
-    void compoundImageNeedsOneExtension_data();
-    void compoundImageNeedsOneExtension();
+    void compoundImage_data();
+    void compoundImage();
     void tintKeepsWhiteAndTransparency();
     void iconBandsFromAStrip();
     void overlayOnAnIcon();
@@ -56,39 +54,36 @@ void TestPaintUtilities::initTestCase()
     QVERIFY(QDir::setCurrent(m_folder.path())); // the paths hold one dot only
 }
 
-void TestPaintUtilities::compoundImageAlignsTheOverlay_data()
+void TestPaintUtilities::compoundImage_data()
 {
+    QTest::addColumn<QString>("background");
     QTest::addColumn<int>("alignment");
-    QTest::addColumn<QPoint>("at");
+    QTest::addColumn<QRect>("overlay"); // where it lands; none: a null image
     // 31 - 16 = 15 each way; halves truncate to 7.
     const QVector<QPoint> places{{0, 0}, {7, 0}, {15, 0}, {0, 7}, {7, 7}, {15, 7}, {0, 15}, {7, 15}, {15, 15}};
     for (int alignment = 0; alignment < places.size(); ++alignment)
-        QTest::addRow("alignment %d", alignment) << alignment << places.at(alignment);
-    QTest::newRow("out of range") << 42 << QPoint(0, 0);
+        QTest::addRow("alignment %d", alignment)
+            << "background.png" << alignment << QRect(places.at(alignment), QSize(16, 16));
+    QTest::newRow("out of range") << "background.png" << 42 << QRect(0, 0, 16, 16);
+    // Each path needs a name and one extension.
+    QTest::newRow("two dots") << "a.b.png" << int(PaintUtilities::Center) << QRect();
+    QTest::newRow("no dot") << "background" << int(PaintUtilities::Center) << QRect();
+    QTest::newRow("missing file") << "nothing.png" << int(PaintUtilities::Center) << QRect();
 }
 
-void TestPaintUtilities::compoundImageAlignsTheOverlay()
-{
-    QFETCH(int, alignment);
-    QFETCH(QPoint, at);
-    const QImage compound = PaintUtilities::BuildCompoundImage(QStringLiteral("background.png"),
-                                                               QStringLiteral("overlay.png"), Alignment(alignment));
-    QCOMPARE(compound.size(), QSize(31, 31));
-    QCOMPARE(RedArea(compound), QRect(at, QSize(16, 16)));
-}
-
-void TestPaintUtilities::compoundImageNeedsOneExtension_data()
-{
-    QTest::addColumn<QString>("background");
-    QTest::newRow("two dots") << "a.b.png";
-    QTest::newRow("no dot") << "background";
-    QTest::newRow("missing file") << "nothing.png";
-}
-
-void TestPaintUtilities::compoundImageNeedsOneExtension()
+void TestPaintUtilities::compoundImage()
 {
     QFETCH(QString, background);
-    QVERIFY(PaintUtilities::BuildCompoundImage(background, QStringLiteral("overlay.png"), PaintUtilities::Center).isNull());
+    QFETCH(int, alignment);
+    QFETCH(QRect, overlay);
+    const QImage compound =
+        PaintUtilities::BuildCompoundImage(background, QStringLiteral("overlay.png"), Alignment(alignment));
+    if (overlay.isNull()) {
+        QVERIFY(compound.isNull());
+        return;
+    }
+    QCOMPARE(compound.size(), QSize(31, 31));
+    QCOMPARE(RedArea(compound), overlay);
 }
 
 // Black takes the colour, white stays white, a transparent pixel stays transparent and

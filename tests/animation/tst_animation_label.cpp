@@ -41,8 +41,6 @@ void TestAnimationLabel::playsAnAnimatedGif()
     QCOMPARE(label.movie()->frameCount(), 3);
     QTRY_COMPARE(seen, (QSet<QRgb>{qRgb(255, 0, 0), qRgb(0, 255, 0), qRgb(0, 0, 255)}));
 
-    label.setSpeed(50);
-    QCOMPARE(label.speed(), 50);
     label.setPaused(true);
     QCOMPARE(label.movie()->state(), QMovie::Paused);
     label.stop();

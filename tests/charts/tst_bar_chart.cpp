@@ -26,22 +26,17 @@ struct Chart
         chart.resize(width, 80);
     }
     void Paint() { image = chart.grab().toImage(); }
-    QVector<QRectF> Sections() const
-    {
-        QVector<QRectF> rects;
-        for (const auto& entry : chart.SectionRects())
-            rects << entry.second;
-        return rects;
-    }
 
     BarChart chart;
     QImage image;
 };
 
-bool Near(const QRectF& a, const QRectF& b)
+BarInfo Info(int percent, bool hideIfZero = true)
 {
-    return std::abs(a.x() - b.x()) < 1e-6 && std::abs(a.width() - b.width()) < 1e-6 && a.y() == b.y()
-        && a.height() == b.height();
+    BarInfo info;
+    info.percent = percent;
+    info.hideIfZero = hideIfZero;
+    return info;
 }
 
 } // namespace
@@ -53,12 +48,9 @@ class TestBarChart : public QObject
 private Q_SLOTS:
     void sections_data();
     void sections();
-    void textRectsLeaveRoomForTheBorder();
-    void listsAreQuotedOnTheWayOut();
-    void barInfoListDropsEmptySections();
-    void legendEntries();
+    void sectionData();
     void hoverAndTooltip();
-    void legendFollowsChanges();
+    void legend();
 };
 
 void TestBarChart::sections_data()
@@ -67,6 +59,8 @@ void TestBarChart::sections_data()
     QTest::addColumn<int>("width");
     QTest::addColumn<QVector<QRectF>>("expected");
 
+    QTest::newRow("even") << QStringList{"30", "30", "40"} << 201
+                          << QVector<QRectF>{{5, 8, 57.6, 8}, {62, 8, 57.6, 8}, {119, 8, 76.8, 8}};
     QTest::newRow("zero and negative dropped") << QStringList{"50", "0", "-3", "50"} << 201
                                                << QVector<QRectF>{{5, 8, 96, 8}, {101, 8, 96, 8}};
     // 1 % is 1.92 px: widened to 8, the next one pays the 6.08.
@@ -84,90 +78,50 @@ void TestBarChart::sections_data()
                                                                  {41, 8, 0.82, 8}, {41, 8, 0.82, 8}, {41, 8, 0.82, 8}};
 }
 
+// Text rectangles are the sections' less half of each inner border (3 px here), in whole pixels.
 void TestBarChart::sections()
 {
     QFETCH(QStringList, percents);
     QFETCH(int, width);
     QFETCH(QVector<QRectF>, expected);
     Chart c(percents, width);
-    c.Paint();
-    const QVector<QRectF> sections = c.Sections();
-    QCOMPARE(sections.size(), expected.size());
-    for (int i = 0; i < sections.size(); ++i)
-        QVERIFY2(Near(sections.at(i), expected.at(i)), qPrintable(QStringLiteral("section %1: %2 %3 %4")
-                                                                      .arg(i)
-                                                                      .arg(sections.at(i).x())
-                                                                      .arg(sections.at(i).width())
-                                                                      .arg(expected.at(i).width())));
-}
-
-void TestBarChart::textRectsLeaveRoomForTheBorder()
-{
-    Chart c({"30", "30", "40"});
     c.chart.setBorderWidth(3);
     c.Paint();
-    const auto text = c.chart.TextRects();
-    const auto sections = c.chart.SectionRects();
-    QCOMPARE(text.at(0), QRectF(sections.at(0).adjusted(0, 0, -1, 0).toRect()));
-    QCOMPARE(text.at(1), QRectF(sections.at(1).adjusted(1, 0, -1, 0).toRect()));
-    QCOMPARE(text.at(2), QRectF(sections.at(2).adjusted(1, 0, 0, 0).toRect()));
+    const auto sections = c.chart.SectionRects(); // keyed 0, 1, ...
+    QCOMPARE(int(sections.size()), expected.size());
+    const int last = expected.size() - 1;
+    for (int i = 0; i <= last; ++i) {
+        QCOMPARE(sections.at(i), expected.at(i));
+        const QRectF text = sections.at(i).adjusted(i == 0 ? 0 : 1, 0, i == last ? 0 : -1, 0);
+        QCOMPARE(c.chart.TextRects().at(i), QRectF(text.toRect()));
+    }
     c.chart.setBorderWidth(0);
     c.Paint();
-    QCOMPARE(c.chart.TextRects().at(1), QRectF(c.chart.SectionRects().at(1).toRect()));
+    for (int i = 0; i <= last; ++i)
+        QCOMPARE(c.chart.TextRects().at(i), QRectF(sections.at(i).toRect()));
 }
 
-void TestBarChart::listsAreQuotedOnTheWayOut()
+// The list getters quote each entry, and a list longer than the sections adds sections
+// with the defaults; SetBarInfoList() keeps what has a percent or is not hidden at zero.
+void TestBarChart::sectionData()
 {
     BarChart chart;
     chart.setColorList({QStringLiteral("red")});
     QCOMPARE(chart.colorList(), QStringList{"\"#ff0000\""});
-    QCOMPARE(chart.percentList(), QStringList{"\"10\""}); // a new section's default
+    QCOMPARE(chart.percentList(), QStringList{"\"10\""});
     chart.setTextList({QStringLiteral("a"), QStringLiteral("b")});
     QCOMPARE(chart.textList(), (QStringList{"\"a\"", "\"b\""}));
     QCOMPARE(chart.colorList(), (QStringList{"\"#ff0000\"", "\"#a0a0a4\""}));
     chart.setLegendList({QStringLiteral("one\r\ntwo<br>three")});
-    QCOMPARE(chart.sizeHint().height(), chart.chartHeight() + 8 + [&] {
-        const QFontMetrics metrics(chart.legendFont(), &chart);
-        return 3 * (metrics.descent() + metrics.lineSpacing()) + 2 * metrics.descent();
-    }());
+    const QFontMetrics metrics(chart.legendFont(), &chart);
+    QCOMPARE(chart.sizeHint().height(), chart.chartHeight() + 8 + 3 * (metrics.descent() + metrics.lineSpacing())
+                                            + 2 * metrics.descent());
     chart.resetPercentList();
-    QCOMPARE(chart.BarInfos().size(), size_t(0));
-}
+    QVERIFY(chart.BarInfos().empty());
 
-void TestBarChart::barInfoListDropsEmptySections()
-{
-    BarChart chart;
-    BarInfo kept;
-    kept.percent = 0;
-    kept.hideIfZero = false;
-    BarInfo dropped;
-    dropped.percent = 0;
-    BarInfo normal;
-    normal.percent = 40;
-    chart.SetBarInfoList({{3, kept}, {5, dropped}, {7, normal}});
+    chart.SetBarInfoList({{3, Info(0, false)}, {5, Info(0)}, {7, Info(40)}});
     QCOMPARE(chart.BarInfos().size(), size_t(2));
     QVERIFY(chart.BarInfos().count(3) && chart.BarInfos().count(7));
-}
-
-void TestBarChart::legendEntries()
-{
-    Chart one({"100"}, 301);
-    one.chart.setLegendList({QStringLiteral("Only")});
-    one.Paint();
-    const QFontMetrics metrics(TestFont());
-    QCOMPARE(one.chart.LegendRects().at(0).x(), 0);
-    QCOMPARE(one.chart.LegendRects().at(0).y(), 8 + 8 + 8);
-
-    Chart three({"30", "30", "40"}, 301);
-    three.chart.setLegendList({QStringLiteral("Alpha"), QStringLiteral("Beta"), QStringLiteral("Gamma\nsecond line")});
-    three.Paint();
-    const auto legend = three.chart.LegendRects();
-    QCOMPARE(legend.at(0).x(), 0);
-    QCOMPARE(legend.at(1).x(), 150); // 301 / 2
-    // The last hugs the right edge: as wide as its widest line needs.
-    const int need = metrics.averageCharWidth() + 16 + metrics.horizontalAdvance(QStringLiteral("second line"));
-    QCOMPARE(legend.at(2).x(), 301 - need);
-    QCOMPARE(legend.at(2).width(), 16 + metrics.horizontalAdvance(QStringLiteral("second line")));
 }
 
 void TestBarChart::hoverAndTooltip()
@@ -177,16 +131,11 @@ void TestBarChart::hoverAndTooltip()
     auto* chart = new BarChart(&window);
     chart->setLegendFont(TestFont());
     chart->setGeometry(0, 0, 301, 80);
-    std::map<int, BarInfo> infos;
-    for (int i = 0; i < 2; ++i) {
-        BarInfo info;
-        info.percent = 50;
-        info.color = i == 0 ? QColor(Qt::red) : QColor(Qt::blue);
-        info.inactiveColor = QColor(Qt::yellow);
-        info.legend = i == 0 ? QStringLiteral("Used") : QStringLiteral("Free");
-        info.tooltip = i == 0 ? QStringLiteral("Used: 50 %") : QString();
-        infos[i] = info;
-    }
+    std::map<int, BarInfo> infos{{0, Info(50)}, {1, Info(50)}};
+    infos[0].inactiveColor = QColor(Qt::yellow);
+    infos[0].legend = QStringLiteral("Used");
+    infos[0].tooltip = QStringLiteral("Used: 50 %");
+    infos[1].legend = QStringLiteral("Free");
     chart->SetBarInfoList(infos);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -211,38 +160,45 @@ void TestBarChart::hoverAndTooltip()
     QVERIFY(!none.isAccepted());
 }
 
-
-// The legend is laid out once and kept: new texts, a new font and a new width must show.
-void TestBarChart::legendFollowsChanges()
+// Entries share the width, the last hugging the right edge as wide as its widest line
+// needs. The legend is laid out once and kept: new texts, a new width and a new font must
+// show, and the hover must recolour it.
+void TestBarChart::legend()
 {
-    Chart c({"50", "50"}, 301);
-    c.chart.setLegendList({QStringLiteral("Short"), QStringLiteral("Tail")});
+    Chart c({"30", "30", "40"}, 301);
+    c.chart.setLegendList({QStringLiteral("Alpha"), QStringLiteral("Beta"), QStringLiteral("Tail\nsecond")});
     c.Paint();
     const QFontMetrics metrics(TestFont());
-    QCOMPARE(c.chart.LegendRects().at(0).width(), 16 + metrics.horizontalAdvance(QStringLiteral("Short")));
+    const auto width = [](const QFont& font, const char* text) {
+        return 16 + QFontMetrics(font).horizontalAdvance(QLatin1String(text));
+    };
+    const int need = metrics.averageCharWidth() + width(TestFont(), "second");
+    QCOMPARE(c.chart.LegendRects().at(0).topLeft(), QPoint(0, 8 + 8 + 8));
+    QCOMPARE(c.chart.LegendRects().at(0).width(), width(TestFont(), "Alpha"));
+    QCOMPARE(c.chart.LegendRects().at(1).x(), 150); // 301 / 2
+    QCOMPARE(c.chart.LegendRects().at(2).x(), 301 - need);
+    QCOMPARE(c.chart.LegendRects().at(2).width(), width(TestFont(), "second"));
     const QImage before = c.image;
 
-    c.chart.setLegendList({QStringLiteral("Much longer"), QStringLiteral("Tail")});
+    c.chart.setLegendList({QStringLiteral("Longer")});
     c.Paint();
-    QCOMPARE(c.chart.LegendRects().at(0).width(), 16 + metrics.horizontalAdvance(QStringLiteral("Much longer")));
+    QCOMPARE(c.chart.LegendRects().at(0).width(), width(TestFont(), "Longer"));
     QVERIFY(c.image != before);
 
-    // A narrower chart moves the last entry, which hugs the right edge.
-    const int lastX = c.chart.LegendRects().at(1).x();
     c.chart.resize(251, 80);
     c.Paint();
-    QCOMPARE(c.chart.LegendRects().at(1).x(), lastX - 50);
+    QCOMPARE(c.chart.LegendRects().at(2).x(), 251 - need);
 
     QFont big = TestFont();
     big.setPixelSize(20);
     c.chart.setLegendFont(big);
     c.Paint();
-    QCOMPARE(c.chart.LegendRects().at(0).width(), 16 + QFontMetrics(big).horizontalAdvance(QStringLiteral("Much longer")));
+    QCOMPARE(c.chart.LegendRects().at(0).width(), width(big, "Longer"));
 
-    // Hover recolours the kept legend: the other entry's text turns to the inactive colour.
+    // Hovering the first section, the other entries' texts turn to the inactive colour.
     c.chart.SetLegendLineColors({Qt::black}, Qt::green);
     c.Paint();
-    const QRect tail = c.chart.LegendRects().at(1);
+    const QRect tail = c.chart.LegendRects().at(2);
     auto countGreen = [&c, tail]() {
         int green = 0;
         for (int y = tail.top(); y <= tail.bottom(); ++y)
@@ -256,6 +212,12 @@ void TestBarChart::legendFollowsChanges()
     QCoreApplication::sendEvent(&c.chart, &move);
     c.Paint();
     QVERIFY(countGreen() > 0);
+
+    // An entry alone starts at the left as well.
+    c.chart.setPercentList({"100"});
+    c.Paint();
+    QCOMPARE(c.chart.LegendRects().size(), size_t(1));
+    QCOMPARE(c.chart.LegendRects().at(0).topLeft(), QPoint(0, 8 + 8 + 8));
 }
 
 QTEST_MAIN(TestBarChart)

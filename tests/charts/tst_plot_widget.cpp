@@ -12,21 +12,24 @@ class TestPlotWidget : public QObject
 
 private Q_SLOTS:
     void polygonWithoutPolling();
-    void shortHistoryIsPaddedWithZeros();
-    void negativeValuesAreIgnored();
     void pollingSamplesTheCounter();
     void roundedCorners();
 };
 
 // Without polling the period counts as over: the live point sits at the previous value
-// and everything is shifted one step left.
+// and everything is shifted one step left. Negative values are reported and ignored.
 void TestPlotWidget::polygonWithoutPolling()
 {
     PlotWidget plot;
+    QSignalSpy debug(&plot, &PlotWidget::DebugEvents);
     plot.resize(240, 100);
     plot.setPointsOnScreen(4);
     plot.setValue(7);
     plot.setValue(3);
+    plot.setValue(-1);
+    QCOMPARE(plot.value(), 3);
+    QCOMPARE(debug.count(), 3);
+    QCOMPARE(debug.last().first().toString(), QStringLiteral("new value: -1 (old: 3)"));
     qreal progress = 0;
     const QPolygonF polygon = plot.Polygon(&progress);
     QCOMPARE(progress, 1.0);
@@ -38,27 +41,13 @@ void TestPlotWidget::polygonWithoutPolling()
     const qreal yScale = 100.0 / 10; // the height 7 is below the minimum range of 10
     QCOMPARE(mapped.at(1), QPointF(-1 * xScale, 100 - 7 * yScale));
     QCOMPARE(mapped.at(4), QPointF(2 * xScale, 100 - 5 * yScale));
-}
 
-void TestPlotWidget::shortHistoryIsPaddedWithZeros()
-{
-    PlotWidget plot;
+    // A short history is padded with zeros.
     plot.resetValue();
     QVERIFY(plot.History().isEmpty());
     plot.setPointsOnScreen(3);
-    const QPolygonF polygon = plot.Polygon();
-    QCOMPARE(polygon, QPolygonF(QVector<QPointF>{{0, 0}, {0, 0}, {1, 0}, {2, 0}, {3, 0}, {3, 0}}));
-}
+    QCOMPARE(plot.Polygon(), QPolygonF(QVector<QPointF>{{0, 0}, {0, 3}, {1, 0}, {2, 0}, {3, 0}, {3, 0}}));
 
-void TestPlotWidget::negativeValuesAreIgnored()
-{
-    PlotWidget plot;
-    QSignalSpy debug(&plot, &PlotWidget::DebugEvents);
-    plot.setValue(4);
-    plot.setValue(-1);
-    QCOMPARE(plot.value(), 4);
-    QCOMPARE(debug.count(), 2);
-    QCOMPARE(debug.last().first().toString(), QStringLiteral("new value: -1 (old: 4)"));
     plot.setRadius(-5);
     QCOMPARE(plot.radius(), 0);
 }

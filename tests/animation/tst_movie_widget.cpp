@@ -167,6 +167,19 @@ void TestMovieWidget::loopsStopsAndPauses()
     QVERIFY(movie.isPlaying());
     movie.stop();
     QCOMPARE(movie.currentIndex(), 1);
+
+    // Start goes on from where the movie stands; restart goes back to the startup index.
+    movie.setStartupIndex(0);
+    movie.setTimeout(5);
+    QTRY_COMPARE(movie.currentIndex(), 2);
+    movie.pause();
+    movie.setTimeout(10000);
+    movie.start();
+    QCOMPARE(movie.currentIndex(), 2);
+    movie.pause();
+    movie.restart();
+    QCOMPARE(movie.currentIndex(), 0);
+    QVERIFY(movie.isPlaying());
 }
 
 void TestMovieWidget::hidingPausesAndShowingResumes()

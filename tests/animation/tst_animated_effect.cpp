@@ -95,7 +95,6 @@ private:
     void SetProgress(double progress) { Animation()->setCurrentTime(qRound(progress * Animation()->duration())); }
     // A value may be off by the rounding of a run's time to whole ms.
     double Tolerance() const { return (m_end - m_start) * 0.01; }
-    void RunForward();
     QString TraceProblem(bool rising) const;
     QString PictureProblem(bool blurred) const;
 
@@ -159,18 +158,13 @@ void TestAnimatedEffect::Make(const QString& kind, int duration, int backward, b
     m_backward = std::make_unique<QSignalSpy>(m_animated, &AnimatedEffect::FinishedBackward);
 }
 
-void TestAnimatedEffect::RunForward()
-{
-    const int before = m_forward->count();
-    m_animated->PlayForward();
-    QTRY_COMPARE_WITH_TIMEOUT(m_forward->count(), before + 1, kWait);
-}
-
 // Empty when the trace went one way only, through some value between the start and end
 // values, with the effect on all along; else the trace.
 QString TestAnimatedEffect::TraceProblem(bool rising) const
 {
-    const auto inOrder = [rising](const Sample& a, const Sample& b) { return rising ? a.value < b.value : a.value > b.value; };
+    const auto inOrder = [rising](const Sample& a, const Sample& b) {
+        return rising ? a.value < b.value : a.value > b.value;
+    };
     const auto between = [this](const Sample& s) { return s.value > m_start && s.value < m_end; };
     const auto off = [](const Sample& s) { return !s.effectOn; };
     if (std::is_sorted(m_trace.begin(), m_trace.end(), inOrder) && std::any_of(m_trace.begin(), m_trace.end(), between)
@@ -273,14 +267,16 @@ void TestAnimatedEffect::playDuringARunTurnsItRoundAndStopHaltsIt_data()
     QTest::addColumn<int>("backward");
     QTest::addColumn<bool>("forwardRun");
     QTest::addColumn<bool>("stop");
-    QTest::newRow("opacity, forward turned back, quicker way back") << QStringLiteral("opacity") << 800 << 400 << true << false;
-    QTest::newRow("opacity, forward turned back, slower way back") << QStringLiteral("opacity") << 400 << 800 << true << false;
-    QTest::newRow("blur, backward turned forward, same durations") << QStringLiteral("blur") << 400 << 400 << false << false;
+    const QString opacity = QStringLiteral("opacity");
+    QTest::newRow("opacity, forward turned back, quicker way back") << opacity << 800 << 400 << true << false;
+    QTest::newRow("opacity, forward turned back, slower way back") << opacity << 400 << 800 << true << false;
+    QTest::newRow("blur, backward turned forward, same durations") << QStringLiteral("blur") << 400 << 400 << false
+                                                                   << false;
     QTest::newRow("colorize, backward turned forward, quicker way forward") << QStringLiteral("colorize") << 400 << 800
                                                                             << false << false;
     // Stopping is the same for every kind of effect.
-    QTest::newRow("opacity, forward stopped") << QStringLiteral("opacity") << 150 << 150 << true << true;
-    QTest::newRow("opacity, backward stopped") << QStringLiteral("opacity") << 150 << 150 << false << true;
+    QTest::newRow("opacity, forward stopped") << opacity << 150 << 150 << true << true;
+    QTest::newRow("opacity, backward stopped") << opacity << 150 << 150 << false << true;
 }
 
 void TestAnimatedEffect::playDuringARunTurnsItRoundAndStopHaltsIt()
@@ -305,7 +301,8 @@ void TestAnimatedEffect::playDuringARunTurnsItRoundAndStopHaltsIt()
         QCOMPARE(Value(), turningPoint);
         QCOMPARE(m_forward->count() + m_backward->count(), 0);
         // A new run starts over from the start value, not from where the last one stopped.
-        RunForward();
+        m_animated->PlayForward();
+        QTRY_COMPARE_WITH_TIMEOUT(m_forward->count(), 1, kWait);
         QCOMPARE(m_trace.first().value, m_start);
         QCOMPARE(TraceProblem(true), QString());
         return;

@@ -1,11 +1,9 @@
 #include <qt_halvo/animation/collapsing_pane.h>
 
-#include <QtGui/QPainter>
 #include "open_close_test_support.h"
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QLayout>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QVBoxLayout>
 
@@ -16,25 +14,20 @@ namespace {
 constexpr int kWidgetSizeMax = 16777215;
 const QColor kSwatchColour(200, 30, 40);
 
-// A block of solid colour, so that the snapshot can be checked pixel by pixel.
-class Swatch : public QWidget
-{
-public:
-    Swatch() { setFixedSize(60, 40); }
-
-protected:
-    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), kSwatchColour); }
-};
-
-// Content that counts how often it is resized, to show it is not laid out per frame.
+// Content that counts how often it is resized, to show it is not laid out per frame. A
+// 60 x 40 block of solid colour at its top left lets the snapshot be checked pixel by pixel.
 class Form : public QWidget
 {
 public:
     Form()
     {
+        QPixmap picture(60, 40);
+        picture.fill(kSwatchColour);
+        auto* swatch = new QLabel;
+        swatch->setPixmap(picture);
         auto* layout = new QVBoxLayout(this);
         layout->setContentsMargins(0, 0, 0, 0);
-        layout->addWidget(new Swatch);
+        layout->addWidget(swatch);
         layout->addWidget(new QLineEdit);
     }
     int resizes = 0;
@@ -71,10 +64,20 @@ struct Fixture
         });
     }
 
-    void Show()
+    bool Show()
     {
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        return QTest::qWaitForWindowExposed(&window);
+    }
+
+    // Shows the window with the pane asked to open (or not) first, and waits until it rests.
+    bool Settle(bool opened)
+    {
+        if (opened)
+            pane->expand();
+        const bool settled = Show() && QTest::qWaitFor([&] { return Rests(opened); });
+        ClearRecords();
+        return settled;
     }
 
     QLabel* Snapshot() const
@@ -94,15 +97,13 @@ struct Fixture
         snapshotShown = true;
     }
 
-    bool RestsOpened() const
+    // Opened: free in height, the live content in place of the snapshot. Closed: hidden, no height.
+    bool Rests(bool opened) const
     {
+        if (!opened)
+            return !pane->isVisible() && pane->minimumHeight() == 0 && pane->maximumHeight() == 0;
         return pane->isVisible() && pane->minimumHeight() == 0 && pane->maximumHeight() == kWidgetSizeMax
             && pane->widget()->isVisible() && InLayout(pane, pane->widget()) && !Snapshot()->isVisible();
-    }
-
-    bool RestsClosed() const
-    {
-        return !pane->isVisible() && pane->minimumHeight() == 0 && pane->maximumHeight() == 0;
     }
 
     QWidget window;
@@ -126,13 +127,8 @@ private Q_SLOTS:
     void expandsAndCollapsesBehindASnapshot();
     void opposingRequestTurnsTheMotionRound_data();
     void opposingRequestTurnsTheMotionRound();
-    void requestsThatDoNotFitAreIgnored();
-    void showAndHideJumpAtOnce();
-    void initiallyOpenedWhileRunningShowsOrHides();
-    void openingTargetIsTakenWhenAdjusted();
-    void contentHeightComesFromMinimumOrSizeHint();
-    void setWidgetReplacesAndDeletesTheOldLater();
-    void withoutContentOpensToZero();
+    void showAndHideJumpAndRequestsForTheRestStateAreIgnored();
+    void openingTargetFollowsTheContent();
     void propertiesAreReachableByNameAndReset();
 };
 
@@ -172,12 +168,12 @@ void TestCollapsingPane::settlesInTheRequestedStateWithoutAnimation()
     }
     QCOMPARE(f.pane->GetInitiallyOpened(), opened);
     QVERIFY(!f.pane->isVisible());
-    f.Show();
+    QVERIFY(f.Show());
 
     const QStringList expected = opened ? QStringList{"Expanded()", "Expanded(true)"}
                                         : QStringList{"Collapsed()", "Collapsed(true)"};
     QTRY_COMPARE(f.log, expected);
-    QCOMPARE(opened ? f.RestsOpened() : f.RestsClosed(), true);
+    QVERIFY(f.Rests(opened));
     QVERIFY(f.heights.isEmpty());
     if (opened)
         QTRY_COMPARE(f.pane->height(), f.form->sizeHint().height());
@@ -186,10 +182,8 @@ void TestCollapsingPane::settlesInTheRequestedStateWithoutAnimation()
 void TestCollapsingPane::expandsAndCollapsesBehindASnapshot()
 {
     Fixture f;
-    f.Show();
-    QTRY_VERIFY(f.RestsClosed());
+    QVERIFY(f.Settle(false));
     const int contentHeight = f.form->sizeHint().height();
-    f.ClearRecords();
 
     f.pane->expand();
     QCOMPARE(f.log, QStringList{"Collapsed(false)"});
@@ -209,7 +203,7 @@ void TestCollapsingPane::expandsAndCollapsesBehindASnapshot()
     QVERIFY2(std::all_of(f.formResizes.cbegin(), f.formResizes.cend(),
                          [&f](int resizes) { return resizes == f.formResizes.first(); }),
              "the live content is not resized while the pane moves");
-    QVERIFY(f.RestsOpened());
+    QVERIFY(f.Rests(true));
     QTRY_COMPARE(f.pane->height(), contentHeight);
 
     f.ClearRecords();
@@ -221,7 +215,7 @@ void TestCollapsingPane::expandsAndCollapsesBehindASnapshot()
     QVERIFY(IsMonotonic(f.heights, false));
     QCOMPARE(f.heights.last(), 0);
     QVERIFY(f.snapshotShown);
-    QVERIFY(f.RestsClosed());
+    QVERIFY(f.Rests(false));
 }
 
 void TestCollapsingPane::opposingRequestTurnsTheMotionRound_data()
@@ -241,12 +235,8 @@ void TestCollapsingPane::opposingRequestTurnsTheMotionRound()
     QFETCH(bool, byReverseState);
 
     Fixture f(600);
-    if (!opening)
-        f.pane->expand();
-    f.Show();
-    QTRY_COMPARE(f.log.size(), 2);
+    QVERIFY(f.Settle(!opening));
     const int contentHeight = f.form->sizeHint().height();
-    f.ClearRecords();
 
     f.pane->setExpanded(opening);
     QTRY_VERIFY(!f.heights.isEmpty() && qAbs(f.heights.last() - contentHeight / 2) < contentHeight / 4);
@@ -266,17 +256,17 @@ void TestCollapsingPane::opposingRequestTurnsTheMotionRound()
     QVERIFY(opening ? after.first() <= turningHeight : after.first() >= turningHeight);
     QVERIFY(after.first() > 0 && after.first() < contentHeight);
     QCOMPARE(after.last(), opening ? 0 : contentHeight);
-    QVERIFY(opening ? f.RestsClosed() : f.RestsOpened());
+    QVERIFY(f.Rests(!opening));
 }
 
-void TestCollapsingPane::requestsThatDoNotFitAreIgnored()
+// show() and hide() (and SetInitiallyOpened() once the pane runs) put it at rest at once,
+// from rest or while it moves; asking for the state it rests in does nothing.
+void TestCollapsingPane::showAndHideJumpAndRequestsForTheRestStateAreIgnored()
 {
-    Fixture f;
-    f.pane->expand();
-    f.Show();
-    QTRY_COMPARE(f.log.size(), 2);
-    f.ClearRecords();
-
+    const QStringList toOpened{"Collapsed(false)", "Expanded()", "Expanded(true)"};
+    const QStringList toClosed{"Expanded(false)", "Collapsed()", "Collapsed(true)"};
+    Fixture f(600);
+    QVERIFY(f.Settle(true));
     f.pane->expand();
     f.pane->setCollapsed(false);
     QTest::qWait(50);
@@ -284,27 +274,19 @@ void TestCollapsingPane::requestsThatDoNotFitAreIgnored()
     QVERIFY(f.heights.isEmpty());
 
     f.pane->setVisible(false);
-    QCOMPARE(f.log, (QStringList{"Expanded(false)", "Collapsed()", "Collapsed(true)"}));
+    QCOMPARE(f.log, toClosed);
     f.ClearRecords();
     f.pane->setVisible(false);
     f.pane->collapse();
     QTest::qWait(50);
     QVERIFY(f.log.isEmpty());
-    QVERIFY(f.RestsClosed());
-}
-
-void TestCollapsingPane::showAndHideJumpAtOnce()
-{
-    Fixture f(600);
-    f.Show();
-    QTRY_VERIFY(f.RestsClosed());
-    f.ClearRecords();
+    QVERIFY(f.Rests(false));
 
     f.pane->expand();
     QTRY_VERIFY(!f.heights.isEmpty());
     f.pane->show();
-    QCOMPARE(f.log, (QStringList{"Collapsed(false)", "Expanded()", "Expanded(true)"}));
-    QVERIFY(f.RestsOpened());
+    QCOMPARE(f.log, toOpened);
+    QVERIFY(f.Rests(true));
     const int steps = f.heights.size();
     QTest::qWait(100);
     QCOMPARE(f.heights.size(), steps);
@@ -313,115 +295,69 @@ void TestCollapsingPane::showAndHideJumpAtOnce()
     f.pane->collapse();
     QTRY_VERIFY(!f.heights.isEmpty());
     f.pane->hide();
-    QCOMPARE(f.log, (QStringList{"Expanded(false)", "Collapsed()", "Collapsed(true)"}));
-    QVERIFY(f.RestsClosed());
-}
+    QCOMPARE(f.log, toClosed);
+    QVERIFY(f.Rests(false));
 
-void TestCollapsingPane::initiallyOpenedWhileRunningShowsOrHides()
-{
-    Fixture f;
-    f.Show();
-    QTRY_VERIFY(f.RestsClosed());
     f.ClearRecords();
-
     f.pane->SetInitiallyOpened(true);
-    QCOMPARE(f.log, (QStringList{"Collapsed(false)", "Expanded()", "Expanded(true)"}));
+    QCOMPARE(f.log, toOpened);
     QVERIFY(f.heights.isEmpty());
     f.pane->ResetInitiallyOpened();
     QVERIFY(!f.pane->GetInitiallyOpened());
-    QVERIFY(f.RestsClosed());
+    QVERIFY(f.Rests(false));
 }
 
-void TestCollapsingPane::openingTargetIsTakenWhenAdjusted()
+// The opening target is the content's minimum height, or else its size hint; it is taken
+// when the pane leaves the opened state, passes through the closed one, or gets new content.
+void TestCollapsingPane::openingTargetFollowsTheContent()
 {
     Fixture f(400);
-    f.pane->expand();
-    f.Show();
-    QTRY_VERIFY(f.RestsOpened());
+    QVERIFY(f.Settle(true));
     const int oldHeight = f.form->sizeHint().height();
 
-    // Leaving the opened state fixes the opening target at the current content height;
-    // growing the content while closing does not move it.
+    // Growing the content while closing does not move the target.
     f.pane->collapse();
     QTRY_VERIFY(!f.heights.isEmpty());
     f.form->setMinimumHeight(oldHeight + 30);
     f.pane->expand();
-    QTRY_VERIFY(f.RestsOpened());
+    QTRY_VERIFY(f.Rests(true));
     QCOMPARE(f.heights.last(), oldHeight);
 
-    // Passing through the closed state adjusts it again.
     f.pane->hide();
     f.ClearRecords();
     f.pane->expand();
-    QTRY_VERIFY(f.RestsOpened());
+    QTRY_VERIFY(f.Rests(true));
     QCOMPARE(f.heights.last(), oldHeight + 30);
-}
 
-void TestCollapsingPane::contentHeightComesFromMinimumOrSizeHint()
-{
-    Fixture f(60);
-    f.Show();
-    QTRY_VERIFY(f.RestsClosed());
-    f.pane->expand();
-    QTRY_VERIFY(f.RestsOpened());
-    QCOMPARE(f.heights.last(), f.form->sizeHint().height());
-
-    f.pane->collapse();
-    QTRY_VERIFY(f.RestsClosed());
-    f.form->setMinimumHeight(f.form->sizeHint().height() + 17);
-    f.ClearRecords();
-    f.pane->expand();
-    QTRY_VERIFY(f.RestsOpened());
-    QCOMPARE(f.heights.last(), f.form->minimumHeight());
-}
-
-void TestCollapsingPane::setWidgetReplacesAndDeletesTheOldLater()
-{
-    Fixture f(60);
-    f.pane->expand();
-    f.Show();
-    QTRY_VERIFY(f.RestsOpened());
-
+    // setWidget() replaces the content and deletes the old one later; the same one stays.
     f.pane->setWidget(f.form);
     QCOMPARE(f.pane->layout()->count(), 1);
-
-    QPointer<QWidget> old = f.pane->widget();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(f.form);
     auto* replacement = new QLabel(QStringLiteral("replacement"));
     replacement->setMinimumHeight(120);
     f.pane->setWidget(replacement);
-    QCOMPARE(f.pane->widget(), replacement);
-    QCOMPARE(replacement->parentWidget(), f.pane);
-    QVERIFY(InLayout(f.pane, replacement));
-    QCOMPARE(replacement->sizePolicy().horizontalPolicy(), QSizePolicy::Preferred);
-    QCOMPARE(replacement->sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
-    QVERIFY(old);
-    QTRY_VERIFY(!old);
-
-    // The new content's height is the next opening target.
+    QCOMPARE(replacement->sizePolicy(), QSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed));
+    QVERIFY(f.form);
+    QTRY_VERIFY(!f.form);
+    // In its place once opened again, and its height the next target.
     f.pane->hide();
     f.ClearRecords();
     f.pane->expand();
-    QTRY_VERIFY(f.RestsOpened());
+    QTRY_VERIFY(f.Rests(true));
     QCOMPARE(f.heights.last(), 120);
-}
 
-void TestCollapsingPane::withoutContentOpensToZero()
-{
-    QWidget window;
-    auto* pane = new CollapsingPane(&window);
-    pane->SetDuration(60);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QSignalSpy expanded(pane, QOverload<>::of(&CollapsingPane::Expanded));
-    QTRY_VERIFY(!pane->isVisible() && pane->maximumHeight() == 0);
-
-    pane->expand();
-    QTRY_COMPARE(expanded.count(), 1);
-    QVERIFY(pane->isVisible());
-    QCOMPARE(pane->widget(), nullptr);
-    pane->setWidget(nullptr);
-    pane->collapse();
-    QTRY_VERIFY(!pane->isVisible());
+    // Without content the pane still closes and opens.
+    QPointer<QLabel> old(replacement);
+    f.pane->setWidget(nullptr);
+    QCOMPARE(f.pane->widget(), nullptr);
+    QTRY_VERIFY(!old);
+    f.pane->collapse();
+    QTRY_VERIFY(!f.pane->isVisible());
+    f.ClearRecords();
+    f.pane->expand();
+    QTRY_COMPARE(f.log, (QStringList{"Collapsed(false)", "Expanded()", "Expanded(true)"}));
+    QVERIFY(f.pane->isVisible());
 }
 
 // Style sheets and Designer reach the properties by name; the resets restore the defaults
@@ -433,8 +369,7 @@ void TestCollapsingPane::propertiesAreReachableByNameAndReset()
     f.pane->ensurePolished();
     QCOMPARE(f.pane->GetDuration(), 100000u);
     QCOMPARE(f.pane->GetEasing(), QEasingCurve::OutQuad);
-    f.Show();
-    QTRY_VERIFY(f.RestsClosed());
+    QVERIFY(f.Settle(false));
 
     // Over 100 s the pane has hardly moved after a moment; over the default 700 ms with
     // the default easing it would be nearly open.
@@ -451,7 +386,7 @@ void TestCollapsingPane::propertiesAreReachableByNameAndReset()
     QCOMPARE(f.pane->GetEasing(), QEasingCurve::OutQuart);
     QCOMPARE(f.pane->GetInitiallyOpened(), false);
     f.pane->expand();
-    QTRY_VERIFY(f.RestsOpened());
+    QTRY_VERIFY(f.Rests(true));
 }
 
 QTEST_MAIN(TestCollapsingPane)

@@ -8,7 +8,7 @@
 
 using OrvantaQT::TwoStateAnimator;
 
-// What the animator drives in these tests.
+// What the animator drives in these tests; it keeps every level it is given.
 class Dial : public QWidget
 {
     Q_OBJECT
@@ -16,11 +16,7 @@ class Dial : public QWidget
 
 public:
     qreal Level() const { return m_level; }
-    void SetLevel(qreal level)
-    {
-        m_level = level;
-        history.append(level);
-    }
+    void SetLevel(qreal level) { history.append(m_level = level); }
 
     QVector<qreal> history;
 
@@ -30,20 +26,12 @@ private:
 
 namespace {
 
-// Records the animator's signals by name, in the order they come.
-QStringList* Record(TwoStateAnimator& animator)
+QStringList Names(const char* names)
 {
-    auto* log = new QStringList;
-    QObject::connect(&animator, QOverload<>::of(&TwoStateAnimator::FirstStateEntered), [log] { *log << QStringLiteral("First()"); });
-    QObject::connect(&animator, QOverload<bool>::of(&TwoStateAnimator::FirstStateEntered),
-                     [log](bool on) { *log << QStringLiteral("First(%1)").arg(on); });
-    QObject::connect(&animator, QOverload<>::of(&TwoStateAnimator::SecondStateEntered), [log] { *log << QStringLiteral("Second()"); });
-    QObject::connect(&animator, QOverload<bool>::of(&TwoStateAnimator::SecondStateEntered),
-                     [log](bool on) { *log << QStringLiteral("Second(%1)").arg(on); });
-    return log;
+    return QString::fromLatin1(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
-// Lets the machine start: it does on the next pass of the event loop.
+// The machine starts on the next pass of the event loop.
 void LetTheMachineStart()
 {
     QCoreApplication::processEvents();
@@ -57,124 +45,111 @@ class TestTwoStateAnimator : public QObject
 
 private Q_SLOTS:
     void init();
-    void cleanup();
+    void cleanup() { delete m_dial; }
 
     void changesAnimateAndSignalInOrder();
-    void requestsBeforeTheMachineRunsTakeEffectAtOnce();
-    void boolFormsMirrorEachOther_data();
-    void boolFormsMirrorEachOther();
-    void requestForTheCurrentStateDoesNothing();
+    void requestsBeforeStartAndForTheCurrentState();
     void reversalTurnsRoundFromTheCurrentValue();
-    void newValuesShowOnTheNextEntry();
     void missingAnimationIsReported();
 
 private:
-    TwoStateAnimator* MakeAnimator(int duration);
+    // Between 0 and 100; the signals are recorded by name in m_log.
+    TwoStateAnimator* Make(int duration);
 
     Dial* m_dial = nullptr;
     QPropertyAnimation* m_animation = nullptr;
+    QStringList m_log;
 };
 
 void TestTwoStateAnimator::init()
 {
     m_dial = new Dial;
     m_animation = new QPropertyAnimation(m_dial, "level", m_dial);
+    m_log.clear();
 }
 
-void TestTwoStateAnimator::cleanup()
-{
-    delete m_dial;
-}
-
-TwoStateAnimator* TestTwoStateAnimator::MakeAnimator(int duration)
+TwoStateAnimator* TestTwoStateAnimator::Make(int duration)
 {
     m_animation->setDuration(duration);
-    return new TwoStateAnimator(m_animation, 0.0, 100.0, m_dial);
+    auto* animator = new TwoStateAnimator(m_animation, 0.0, 100.0, m_dial);
+    QStringList* log = &m_log;
+    connect(animator, QOverload<>::of(&TwoStateAnimator::FirstStateEntered), [log] { *log << "First()"; });
+    connect(animator, QOverload<bool>::of(&TwoStateAnimator::FirstStateEntered),
+            [log](bool on) { *log << QStringLiteral("First(%1)").arg(on); });
+    connect(animator, QOverload<>::of(&TwoStateAnimator::SecondStateEntered), [log] { *log << "Second()"; });
+    connect(animator, QOverload<bool>::of(&TwoStateAnimator::SecondStateEntered),
+            [log](bool on) { *log << QStringLiteral("Second(%1)").arg(on); });
+    return animator;
 }
 
 void TestTwoStateAnimator::changesAnimateAndSignalInOrder()
 {
-    TwoStateAnimator* animator = MakeAnimator(150);
-    std::unique_ptr<QStringList> log(Record(*animator));
+    TwoStateAnimator* animator = Make(150);
     LetTheMachineStart();
     QCOMPARE(m_dial->Level(), 0.0);
-    QCOMPARE(*log, QStringList({QStringLiteral("First()"), QStringLiteral("First(1)")}));
+    QCOMPARE(m_log, Names("First() First(1)"));
 
-    log->clear();
+    m_log.clear();
     m_dial->history.clear();
     animator->setSecondState();
     // The state is entered when its animation starts, not when it ends.
-    QCOMPARE(*log, QStringList({QStringLiteral("First(0)"), QStringLiteral("Second()"), QStringLiteral("Second(1)")}));
+    QCOMPARE(m_log, Names("First(0) Second() Second(1)"));
     QVERIFY(m_dial->Level() < 100.0);
     QTRY_COMPARE(m_dial->Level(), 100.0);
     QVERIFY2(m_dial->history.size() > 2, "the change was not animated");
 
-    log->clear();
+    m_log.clear();
     animator->setFirstState();
-    QCOMPARE(*log, QStringList({QStringLiteral("Second(0)"), QStringLiteral("First()"), QStringLiteral("First(1)")}));
+    QCOMPARE(m_log, Names("Second(0) First() First(1)"));
     QTRY_COMPARE(m_dial->Level(), 0.0);
+
+    // New values show on the next entry of their state.
+    animator->setFirstValue(5.0);
+    animator->setSecondValue(50.0);
+    QCOMPARE(m_dial->Level(), 0.0);
+    animator->setSecondState();
+    QTRY_COMPARE(m_dial->Level(), 50.0);
+    animator->setFirstState();
+    QTRY_COMPARE(m_dial->Level(), 5.0);
 }
 
-void TestTwoStateAnimator::requestsBeforeTheMachineRunsTakeEffectAtOnce()
+void TestTwoStateAnimator::requestsBeforeStartAndForTheCurrentState()
 {
-    TwoStateAnimator* animator = MakeAnimator(150);
-    std::unique_ptr<QStringList> log(Record(*animator));
-    animator->setSecondState();
+    TwoStateAnimator* animator = Make(150);
+    // Before the machine runs the value is set at once and the machine starts there,
+    // without animation. setSecondState(on) and setFirstState(!on) ask for the same state.
+    animator->setSecondState(true);
     QCOMPARE(m_dial->Level(), 100.0);
+    animator->setFirstState(false);
     m_dial->history.clear();
     LetTheMachineStart();
-    QCOMPARE(*log, QStringList({QStringLiteral("Second()"), QStringLiteral("Second(1)")}));
+    QCOMPARE(m_log, Names("Second() Second(1)"));
     QTest::qWait(50);
     QVERIFY2(m_dial->history.isEmpty() || m_dial->history == QVector<qreal>{100.0}, "the request was animated");
-}
 
-void TestTwoStateAnimator::boolFormsMirrorEachOther_data()
-{
-    QTest::addColumn<bool>("beforeStart");
-    QTest::newRow("before the machine runs") << true;
-    QTest::newRow("while it runs") << false;
-}
-
-void TestTwoStateAnimator::boolFormsMirrorEachOther()
-{
-    QFETCH(bool, beforeStart);
-    TwoStateAnimator* animator = MakeAnimator(30);
-    if (!beforeStart)
-        LetTheMachineStart();
-    animator->setSecondState(true);
-    QTRY_COMPARE(m_dial->Level(), 100.0);
-    animator->setFirstState(false);
-    QTest::qWait(60);
-    QCOMPARE(m_dial->Level(), 100.0);
-    animator->setSecondState(false);
-    QTRY_COMPARE(m_dial->Level(), 0.0);
-    animator->setFirstState(false);
-    QTRY_COMPARE(m_dial->Level(), 100.0);
-}
-
-void TestTwoStateAnimator::requestForTheCurrentStateDoesNothing()
-{
-    TwoStateAnimator* animator = MakeAnimator(30);
-    LetTheMachineStart();
-    std::unique_ptr<QStringList> log(Record(*animator));
+    // At rest, asking for the state it is in does nothing.
+    m_log.clear();
     m_dial->history.clear();
-    animator->setFirstState();
-    Q_EMIT animator->EnterFirstState();
+    animator->setFirstState(false);
+    animator->setSecondState();
+    Q_EMIT animator->EnterSecondState();
     QTest::qWait(60);
-    QVERIFY(log->isEmpty());
+    QVERIFY(m_log.isEmpty());
     QVERIFY(m_dial->history.isEmpty());
 
+    animator->setSecondState(false);
+    QTRY_COMPARE(m_dial->Level(), 0.0);
     // Nor during the entry animation of that state.
+    animator->setFirstState(false);
+    m_log.clear();
     animator->setSecondState();
-    log->clear();
-    animator->setSecondState();
-    QVERIFY(log->isEmpty());
+    QVERIFY(m_log.isEmpty());
     QTRY_COMPARE(m_dial->Level(), 100.0);
 }
 
 void TestTwoStateAnimator::reversalTurnsRoundFromTheCurrentValue()
 {
-    TwoStateAnimator* animator = MakeAnimator(600);
+    TwoStateAnimator* animator = Make(600);
     LetTheMachineStart();
     animator->setSecondState();
     QTRY_VERIFY(m_dial->Level() > 20.0);
@@ -189,21 +164,6 @@ void TestTwoStateAnimator::reversalTurnsRoundFromTheCurrentValue()
     // Back from where it was: no jump to either end, and downwards all the way.
     QVERIFY2(qAbs(path.first() - turningPoint) < 15.0, qPrintable(QString::number(path.first())));
     QVERIFY(std::is_sorted(path.rbegin(), path.rend()));
-}
-
-void TestTwoStateAnimator::newValuesShowOnTheNextEntry()
-{
-    TwoStateAnimator* animator = MakeAnimator(20);
-    LetTheMachineStart();
-    animator->setFirstValue(5.0);
-    animator->setSecondValue(50.0);
-    QCOMPARE(animator->GetFirstValue(), QVariant(5.0));
-    QCOMPARE(animator->GetSecondValue(), QVariant(50.0));
-    QCOMPARE(m_dial->Level(), 0.0);
-    animator->setSecondState();
-    QTRY_COMPARE(m_dial->Level(), 50.0);
-    animator->setFirstState();
-    QTRY_COMPARE(m_dial->Level(), 5.0);
 }
 
 void TestTwoStateAnimator::missingAnimationIsReported()

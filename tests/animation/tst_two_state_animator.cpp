@@ -1,12 +1,10 @@
 #include <qt_halvo/animation/two_state_animator.h>
 
-#include "log_capture.h"
-
-#include <QtCore/QPropertyAnimation>
-#include <QtTest/QtTest>
-#include <QtWidgets/QWidget>
+#include "test_support.h"
 
 using OrvantaQT::TwoStateAnimator;
+using TestSupport::SignalLog;
+using TestSupport::Words;
 
 // What the animator drives in these tests; it keeps every level it is given.
 class Dial : public QWidget
@@ -24,158 +22,120 @@ private:
     qreal m_level = -1;
 };
 
-namespace {
-
-QStringList Names(const char* names)
-{
-    return QString::fromLatin1(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
-// The machine starts on the next pass of the event loop.
-void LetTheMachineStart()
-{
-    QCoreApplication::processEvents();
-}
-
-} // namespace
-
 class TestTwoStateAnimator : public QObject
 {
     Q_OBJECT
 
+    Dial* m_dial = nullptr;
+    TwoStateAnimator* m_animator = nullptr;
+    std::unique_ptr<SignalLog> m_log;
+
+    // Between 0 and 100. The machine starts on the next pass of the event loop.
+    void Make(int duration, bool start = true)
+    {
+        auto* animation = new QPropertyAnimation(m_dial, "level", m_dial);
+        animation->setDuration(duration);
+        m_animator = new TwoStateAnimator(animation, 0.0, 100.0, m_dial);
+        m_log.reset(new SignalLog(m_animator, {"FirstStateEntered()", "FirstStateEntered(bool)", "SecondStateEntered()",
+                                               "SecondStateEntered(bool)"}));
+        if (start)
+            QCoreApplication::processEvents();
+    }
+
 private Q_SLOTS:
-    void init();
+    void init() { m_dial = new Dial; }
     void cleanup() { delete m_dial; }
 
-    void changesAnimateAndSignalInOrder();
-    void requestsBeforeStartAndForTheCurrentState();
-    void reversalTurnsRoundFromTheCurrentValue();
-    void missingAnimationIsReported();
+    void changesAnimateAndSignalInOrder()
+    {
+        Make(150);
+        QCOMPARE(m_dial->Level(), 0.0);
+        QCOMPARE(m_log->Take(), Words("FirstStateEntered() FirstStateEntered(true)"));
 
-private:
-    // Between 0 and 100; the signals are recorded by name in m_log.
-    TwoStateAnimator* Make(int duration);
+        m_dial->history.clear();
+        m_animator->setSecondState();
+        // The state is entered when its animation starts, not when it ends.
+        QCOMPARE(m_log->Take(), Words("FirstStateEntered(false) SecondStateEntered() SecondStateEntered(true)"));
+        QVERIFY(m_dial->Level() < 100.0);
+        QTRY_COMPARE(m_dial->Level(), 100.0);
+        QVERIFY2(m_dial->history.size() > 2, "the change was not animated");
 
-    Dial* m_dial = nullptr;
-    QPropertyAnimation* m_animation = nullptr;
-    QStringList m_log;
+        m_animator->setFirstState();
+        QCOMPARE(m_log->Take(), Words("SecondStateEntered(false) FirstStateEntered() FirstStateEntered(true)"));
+        QTRY_COMPARE(m_dial->Level(), 0.0);
+
+        // New values show on the next entry of their state.
+        m_animator->setFirstValue(5.0);
+        m_animator->setSecondValue(50.0);
+        QCOMPARE(m_dial->Level(), 0.0);
+        m_animator->setSecondState();
+        QTRY_COMPARE(m_dial->Level(), 50.0);
+        m_animator->setFirstState();
+        QTRY_COMPARE(m_dial->Level(), 5.0);
+    }
+
+    void requestsBeforeStartAndForTheCurrentState()
+    {
+        Make(150, false);
+        // Before the machine runs the value is set at once and the machine starts there,
+        // without animation. setSecondState(on) and setFirstState(!on) ask for the same state.
+        m_animator->setSecondState(true);
+        QCOMPARE(m_dial->Level(), 100.0);
+        m_animator->setFirstState(false);
+        m_dial->history.clear();
+        QCoreApplication::processEvents();
+        QCOMPARE(m_log->Take(), Words("SecondStateEntered() SecondStateEntered(true)"));
+        QTest::qWait(50);
+        QVERIFY2(m_dial->history.isEmpty() || m_dial->history == QVector<qreal>{100.0}, "the request was animated");
+
+        // At rest, asking for the state it is in does nothing.
+        m_dial->history.clear();
+        m_animator->setFirstState(false);
+        m_animator->setSecondState();
+        Q_EMIT m_animator->EnterSecondState();
+        QTest::qWait(60);
+        QCOMPARE(m_log->Take(), QStringList());
+        QVERIFY(m_dial->history.isEmpty());
+
+        m_animator->setSecondState(false);
+        QTRY_COMPARE(m_dial->Level(), 0.0);
+        // Nor during the entry animation of that state.
+        m_animator->setFirstState(false);
+        m_log->Take();
+        m_animator->setSecondState();
+        QCOMPARE(m_log->Take(), QStringList());
+        QTRY_COMPARE(m_dial->Level(), 100.0);
+    }
+
+    void reversalTurnsRoundFromTheCurrentValue()
+    {
+        Make(600);
+        m_animator->setSecondState();
+        QTRY_VERIFY(m_dial->Level() > 20.0);
+        const qreal turningPoint = m_dial->Level();
+        QVERIFY(turningPoint < 90.0);
+
+        m_dial->history.clear();
+        m_animator->setFirstState();
+        QTRY_COMPARE_WITH_TIMEOUT(m_dial->Level(), 0.0, 3000);
+        const QVector<qreal> path = m_dial->history;
+        // Back from where it was: no jump to either end, and downwards all the way.
+        QVERIFY(path.size() > 2);
+        QVERIFY2(qAbs(path.first() - turningPoint) < 15.0, qPrintable(QString::number(path.first())));
+        QVERIFY(TestSupport::IsMonotonic(path, false));
+    }
+
+    void missingAnimationIsReported()
+    {
+        const LogCapture::Mark mark;
+        TwoStateAnimator animator(nullptr, 0, 1, nullptr);
+        animator.setSecondState();
+        animator.setFirstValue(3);
+        QCOMPARE(animator.GetFirstValue(), QVariant(3));
+        QCOMPARE(mark.Since().size(), 1);
+        QCOMPARE(mark.Since().first().level, 4);
+    }
 };
-
-void TestTwoStateAnimator::init()
-{
-    m_dial = new Dial;
-    m_animation = new QPropertyAnimation(m_dial, "level", m_dial);
-    m_log.clear();
-}
-
-TwoStateAnimator* TestTwoStateAnimator::Make(int duration)
-{
-    m_animation->setDuration(duration);
-    auto* animator = new TwoStateAnimator(m_animation, 0.0, 100.0, m_dial);
-    QStringList* log = &m_log;
-    connect(animator, QOverload<>::of(&TwoStateAnimator::FirstStateEntered), [log] { *log << "First()"; });
-    connect(animator, QOverload<bool>::of(&TwoStateAnimator::FirstStateEntered),
-            [log](bool on) { *log << QStringLiteral("First(%1)").arg(on); });
-    connect(animator, QOverload<>::of(&TwoStateAnimator::SecondStateEntered), [log] { *log << "Second()"; });
-    connect(animator, QOverload<bool>::of(&TwoStateAnimator::SecondStateEntered),
-            [log](bool on) { *log << QStringLiteral("Second(%1)").arg(on); });
-    return animator;
-}
-
-void TestTwoStateAnimator::changesAnimateAndSignalInOrder()
-{
-    TwoStateAnimator* animator = Make(150);
-    LetTheMachineStart();
-    QCOMPARE(m_dial->Level(), 0.0);
-    QCOMPARE(m_log, Names("First() First(1)"));
-
-    m_log.clear();
-    m_dial->history.clear();
-    animator->setSecondState();
-    // The state is entered when its animation starts, not when it ends.
-    QCOMPARE(m_log, Names("First(0) Second() Second(1)"));
-    QVERIFY(m_dial->Level() < 100.0);
-    QTRY_COMPARE(m_dial->Level(), 100.0);
-    QVERIFY2(m_dial->history.size() > 2, "the change was not animated");
-
-    m_log.clear();
-    animator->setFirstState();
-    QCOMPARE(m_log, Names("Second(0) First() First(1)"));
-    QTRY_COMPARE(m_dial->Level(), 0.0);
-
-    // New values show on the next entry of their state.
-    animator->setFirstValue(5.0);
-    animator->setSecondValue(50.0);
-    QCOMPARE(m_dial->Level(), 0.0);
-    animator->setSecondState();
-    QTRY_COMPARE(m_dial->Level(), 50.0);
-    animator->setFirstState();
-    QTRY_COMPARE(m_dial->Level(), 5.0);
-}
-
-void TestTwoStateAnimator::requestsBeforeStartAndForTheCurrentState()
-{
-    TwoStateAnimator* animator = Make(150);
-    // Before the machine runs the value is set at once and the machine starts there,
-    // without animation. setSecondState(on) and setFirstState(!on) ask for the same state.
-    animator->setSecondState(true);
-    QCOMPARE(m_dial->Level(), 100.0);
-    animator->setFirstState(false);
-    m_dial->history.clear();
-    LetTheMachineStart();
-    QCOMPARE(m_log, Names("Second() Second(1)"));
-    QTest::qWait(50);
-    QVERIFY2(m_dial->history.isEmpty() || m_dial->history == QVector<qreal>{100.0}, "the request was animated");
-
-    // At rest, asking for the state it is in does nothing.
-    m_log.clear();
-    m_dial->history.clear();
-    animator->setFirstState(false);
-    animator->setSecondState();
-    Q_EMIT animator->EnterSecondState();
-    QTest::qWait(60);
-    QVERIFY(m_log.isEmpty());
-    QVERIFY(m_dial->history.isEmpty());
-
-    animator->setSecondState(false);
-    QTRY_COMPARE(m_dial->Level(), 0.0);
-    // Nor during the entry animation of that state.
-    animator->setFirstState(false);
-    m_log.clear();
-    animator->setSecondState();
-    QVERIFY(m_log.isEmpty());
-    QTRY_COMPARE(m_dial->Level(), 100.0);
-}
-
-void TestTwoStateAnimator::reversalTurnsRoundFromTheCurrentValue()
-{
-    TwoStateAnimator* animator = Make(600);
-    LetTheMachineStart();
-    animator->setSecondState();
-    QTRY_VERIFY(m_dial->Level() > 20.0);
-    const qreal turningPoint = m_dial->Level();
-    QVERIFY(turningPoint < 90.0);
-
-    m_dial->history.clear();
-    animator->setFirstState();
-    QTRY_COMPARE_WITH_TIMEOUT(m_dial->Level(), 0.0, 3000);
-    const QVector<qreal> path = m_dial->history;
-    QVERIFY(path.size() > 2);
-    // Back from where it was: no jump to either end, and downwards all the way.
-    QVERIFY2(qAbs(path.first() - turningPoint) < 15.0, qPrintable(QString::number(path.first())));
-    QVERIFY(std::is_sorted(path.rbegin(), path.rend()));
-}
-
-void TestTwoStateAnimator::missingAnimationIsReported()
-{
-    const LogCapture::Mark mark;
-    TwoStateAnimator animator(nullptr, 0, 1, nullptr);
-    animator.setSecondState();
-    animator.setFirstValue(3);
-    QCOMPARE(animator.GetFirstValue(), QVariant(3));
-    QCOMPARE(mark.Since().size(), 1);
-    QCOMPARE(mark.Since().first().level, 4);
-}
 
 QTEST_MAIN(TestTwoStateAnimator)
 #include "tst_two_state_animator.moc"

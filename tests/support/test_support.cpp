@@ -1,0 +1,84 @@
+#include "test_support.h"
+
+namespace TestSupport {
+
+SignalLog::SignalLog(QObject* sender, std::initializer_list<const char*> signatures)
+{
+    const QMetaObject* meta = sender->metaObject();
+    for (const char* signature : signatures) {
+        const int index = meta->indexOfSignal(QMetaObject::normalizedSignature(signature).constData());
+        if (index < 0 || !QMetaObject::connect(sender, index, this, staticMetaObject.methodCount() + m_signals.size(),
+                                               Qt::DirectConnection))
+            qFatal("SignalLog: %s has no signal %s", meta->className(), signature);
+        m_signals << meta->method(index);
+    }
+}
+
+// Every connected signal arrives here as a call of a method this class does not have.
+int SignalLog::qt_metacall(QMetaObject::Call call, int id, void** arguments)
+{
+    id = QObject::qt_metacall(call, id, arguments);
+    if (id < 0 || call != QMetaObject::InvokeMetaMethod)
+        return id;
+    if (id < m_signals.size()) {
+        const QMetaMethod& signal = m_signals[id];
+        QStringList values;
+        for (int i = 0; i < signal.parameterCount(); ++i)
+            values << QVariant(signal.parameterType(i), arguments[i + 1]).toString();
+        lines << QStringLiteral("%1(%2)").arg(QString::fromLatin1(signal.name()), values.join(QStringLiteral(", ")));
+    }
+    return -1;
+}
+
+QStringList Words(const char* words)
+{
+    return QString::fromLatin1(words).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+QImage Render(QWidget* widget, qreal ratio, const QColor& background)
+{
+    QImage image(widget->size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(ratio);
+    image.fill(background);
+    widget->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    return image;
+}
+
+bool ShowAndWait(QWidget* widget)
+{
+    widget->show();
+    return QTest::qWaitForWindowExposed(widget);
+}
+
+ChildResult RunSelf(const QStringList& arguments, const QStringList& environment, const QString& folder)
+{
+    QProcessEnvironment changed = QProcessEnvironment::systemEnvironment();
+    for (const QString& assignment : environment) {
+        const QString name = assignment.section(QLatin1Char('='), 0, 0);
+        const QString value = assignment.section(QLatin1Char('='), 1);
+        if (value.isEmpty())
+            changed.remove(name);
+        else
+            changed.insert(name, value);
+    }
+    QProcess child;
+    child.setProcessEnvironment(changed);
+    child.setWorkingDirectory(folder);
+    child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    child.start(QCoreApplication::applicationFilePath(), arguments);
+    ChildResult result;
+    result.finished = child.waitForFinished(120000) && child.exitStatus() == QProcess::NormalExit;
+    result.exitCode = result.finished ? child.exitCode() : -1;
+    result.output = QString::fromLocal8Bit(child.readAllStandardOutput());
+    return result;
+}
+
+QString RunTestFunctionInChild(const char* function, const QStringList& environment)
+{
+    const ChildResult child = RunSelf({QString::fromLatin1(function)}, environment);
+    const bool passed = child.finished && child.exitCode == 0
+                        && child.output.contains(QStringLiteral("::%1(").arg(QLatin1String(function)));
+    return passed ? QString() : child.output;
+}
+
+} // namespace TestSupport

@@ -1,0 +1,68 @@
+// What the library's tests share: Qt Test and Qt Widgets, the log capture, a recorder of
+// signals in the order they come, pictures of widgets as painted, and child processes of
+// the test executable itself.
+#pragma once
+
+#include "log_capture.h"
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QtWidgets>
+
+#include <algorithm>
+#include <utility>
+#include <initializer_list>
+
+namespace TestSupport {
+
+// Records signals of one object as "Name(argument, ...)" (a bool as true or false), in the
+// order they come, while it lives:
+//   SignalLog log(pane, {"Expanded()", "Expanded(bool)"});  ...  QCOMPARE(log.Take(), ...);
+// Note() puts a line of the test's own in between.
+class SignalLog : public QObject
+{
+public:
+    SignalLog(QObject* sender, std::initializer_list<const char*> signatures);
+
+    QStringList lines;
+    QStringList Take() { return std::exchange(lines, QStringList()); }
+    void Note(const QString& line) { lines << line; }
+
+    int qt_metacall(QMetaObject::Call call, int id, void** arguments) override;
+
+private:
+    QVector<QMetaMethod> m_signals;
+};
+
+// "A B C" split at spaces, for short expected lists of signal lines.
+QStringList Words(const char* words);
+
+// The widget painted with its children into an image of its size at this pixel ratio,
+// over the background given.
+QImage Render(QWidget* widget, qreal ratio = 1.0, const QColor& background = Qt::transparent);
+
+// Shows a top-level widget and waits until the window system has shown it.
+bool ShowAndWait(QWidget* widget);
+
+// Whether the values only rise (or only fall), as an animation's steps should.
+template <typename Values>
+bool IsMonotonic(const Values& values, bool rising)
+{
+    return rising ? std::is_sorted(values.begin(), values.end()) : std::is_sorted(values.rbegin(), values.rend());
+}
+
+// This test executable run again, with "NAME=value" additions to the environment ("NAME="
+// alone removes NAME) and in the folder given; its standard error goes to ours.
+struct ChildResult
+{
+    bool finished = false;
+    int exitCode = -1;
+    QString output; // standard output
+};
+ChildResult RunSelf(const QStringList& arguments, const QStringList& environment = QStringList(),
+                    const QString& folder = QString());
+
+// Runs one test function of this executable in a child process with the environment
+// changed; empty when all of its rows passed, else what the child printed.
+QString RunTestFunctionInChild(const char* function, const QStringList& environment);
+
+} // namespace TestSupport

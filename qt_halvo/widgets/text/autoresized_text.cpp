@@ -126,7 +126,8 @@ void AutoresizedText::MeasureStrings()
 
 // A foreground that runs out to transparent at the right edge. The stop is an integer
 // share of the room the text does not need: 0 in every ordinary case, so the fade spans
-// the whole contents; a negative stop (the text over twice as wide) is dropped by Qt.
+// the whole contents. When the text is over twice as wide the stop is negative and only
+// the transparent stop is set: that is the gradient Qt would keep, without its warning.
 void AutoresizedText::ApplyFade()
 {
     QPalette faded = palette();
@@ -139,7 +140,8 @@ void AutoresizedText::ApplyFade()
     const qreal stop = w == 0 ? 0.0 : qreal((w - sizeHint().width()) / w);
     const QRect contents = contentsRect();
     QLinearGradient gradient(contents.left(), contents.top(), contents.right(), contents.top());
-    gradient.setColorAt(stop, m_fadeFrom);
+    if (stop >= 0.0)
+        gradient.setColorAt(stop, m_fadeFrom);
     gradient.setColorAt(1.0, Qt::transparent);
     faded.setBrush(QPalette::All, foregroundRole(), QBrush(gradient));
     setPalette(faded);

@@ -174,8 +174,7 @@ private Q_SLOTS:
             QVERIFY(WriteSheet("styles.qss", linkColor));
         }
         QTRY_COMPARE_WITH_TIMEOUT(Applied(), AppliedFrom(linkColor), 10000);
-        // The file now in place is watched in turn.
-        QVERIFY(WriteSheet("styles.qss", QStringLiteral("#abcdef")));
+        QVERIFY(WriteSheet("styles.qss", QStringLiteral("#abcdef"))); // the file now in place is watched in turn
         QTRY_COMPARE_WITH_TIMEOUT(Applied(), AppliedFrom(QStringLiteral("#abcdef")), 10000);
     }
 

@@ -36,7 +36,8 @@ private Q_SLOTS:
                 QCOMPARE(TestSupport::RunSelf({QStringLiteral("--signal"), m_name, QStringLiteral("1")}).exitCode, 0);
                 QVERIFY(m_calls.tryAcquire(1, 10000));
             }
-            QVERIFY2(!m_calls.tryAcquire(1, 300), "a signal woke more than one listener, or merged ones did");
+            // Longer than a listener's idle wait (half a second), which calls nothing.
+            QVERIFY2(!m_calls.tryAcquire(1, 1200), "a callback came without its own signal");
             QCOMPARE(sharedMemory().size(), before.size() + 1);
         }
         // The last object of a name takes its shared memory with it.

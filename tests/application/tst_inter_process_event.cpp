@@ -3,161 +3,77 @@
 
 #include <qt_halvo/application/inter_process_event.h>
 
-#include "log_capture.h"
-
-#include <QtCore/QDir>
-#include <QtCore/QProcess>
-#include <QtCore/QSemaphore>
-#include <QtCore/QUuid>
-#include <QtTest/QtTest>
+#include "test_support.h"
 
 #include <atomic>
 #include <stdexcept>
-#include <thread>
 
 using OrvantaQT::CreateInterProcessEvent;
-using OrvantaQT::InterProcessEvent;
-
-namespace {
-
-QString UniqueName()
-{
-    return QStringLiteral("qt_halvo_test_") + QUuid::createUuid().toString(QUuid::WithoutBraces);
-}
-
-bool SignalFromAnotherProcess(const QString& name, int count)
-{
-    return QProcess::execute(QCoreApplication::applicationFilePath(),
-                             {QStringLiteral("--signal"), name, QString::number(count)}) == 0;
-}
-
-// Counts callbacks and lets the test wait for them.
-struct Callbacks
-{
-    std::atomic<int> count{0};
-    QSemaphore arrived;
-
-    std::function<void()> Callback()
-    {
-        return [this] {
-            ++count;
-            arrived.release();
-        };
-    }
-
-    // Whether the callbacks so far come to exactly `total`, with no more within a grace period.
-    bool Exactly(int total)
-    {
-        const bool came = arrived.tryAcquire(total - taken, 10000);
-        taken = total;
-        return came && !arrived.tryAcquire(1, 300) && count.load() == total;
-    }
-
-    int taken = 0;
-};
-
-// Where Linux keeps the events' shared memory; elsewhere there is nothing to list.
-QStringList SharedMemoryObjects()
-{
-    return QDir(QStringLiteral("/dev/shm")).entryList({QStringLiteral("qt_halvo_event_*")}, QDir::Files);
-}
-
-} // namespace
 
 class TestInterProcessEvent : public QObject
 {
     Q_OBJECT
 
+    const QString m_name = QStringLiteral("qt_halvo_test_") + QUuid::createUuid().toString(QUuid::WithoutBraces);
+    QSemaphore m_calls;
+
 private Q_SLOTS:
-    void eachSignalFromAnotherProcessWakesOneListener();
-    void signalsBeforeListeningAreKeptAndMerged();
-    void destroyingWaitsForTheListenersLoop();
-    void faultyCallbacksAreLoggedAndListeningGoesOn();
-};
-
-void TestInterProcessEvent::eachSignalFromAnotherProcessWakesOneListener()
-{
-    const QStringList before = SharedMemoryObjects();
-    const QString name = UniqueName();
+    void eachSignalWakesOneListener()
     {
-        Callbacks callbacks;
-        auto first = CreateInterProcessEvent(name);
-        auto second = CreateInterProcessEvent(name);
-        first->StartListening(callbacks.Callback());
-        second->StartListening(callbacks.Callback());
-        for (int total = 1; total <= 2; ++total) {
-            QVERIFY(SignalFromAnotherProcess(name, 1));
-            QVERIFY(callbacks.Exactly(total));
+        // Where Linux keeps the events' shared memory.
+        const auto sharedMemory = [] { return QDir(QStringLiteral("/dev/shm")).entryList({QStringLiteral("qt_halvo_event_*")}); };
+        const QStringList before = sharedMemory();
+        {
+            auto first = CreateInterProcessEvent(m_name);
+            auto second = CreateInterProcessEvent(m_name);
+            // Signals before anyone listens are kept, and merge into one.
+            QCOMPARE(TestSupport::RunSelf({QStringLiteral("--signal"), m_name, QStringLiteral("3")}).exitCode, 0);
+            first->Signal();
+            first->StartListening([this] { m_calls.release(); });
+            QVERIFY(m_calls.tryAcquire(1, 10000));
+            second->StartListening([this] { m_calls.release(); });
+            for (int i = 0; i < 2; ++i) {
+                QCOMPARE(TestSupport::RunSelf({QStringLiteral("--signal"), m_name, QStringLiteral("1")}).exitCode, 0);
+                QVERIFY(m_calls.tryAcquire(1, 10000));
+            }
+            // Longer than a listener's idle wait (half a second), which calls nothing.
+            QVERIFY2(!m_calls.tryAcquire(1, 1200), "a callback came without its own signal");
+            QCOMPARE(sharedMemory().size(), before.size() + 1);
         }
-#if defined(Q_OS_LINUX)
-        QCOMPARE(SharedMemoryObjects().size(), before.size() + 1);
-#endif
+        // The last object of a name takes its shared memory with it.
+        QCOMPARE(sharedMemory(), before);
     }
-    // The last object of a name takes its shared memory with it.
-    QCOMPARE(SharedMemoryObjects(), before);
-}
 
-void TestInterProcessEvent::signalsBeforeListeningAreKeptAndMerged()
-{
-    const QString name = UniqueName();
-    auto event = CreateInterProcessEvent(name);
-    QVERIFY(SignalFromAnotherProcess(name, 3));
-    event->Signal();
-    Callbacks callbacks;
-    event->StartListening(callbacks.Callback());
-    QVERIFY(callbacks.Exactly(1));
-}
-
-void TestInterProcessEvent::destroyingWaitsForTheListenersLoop()
-{
-    // Never listened: destroyed at once.
-    CreateInterProcessEvent(UniqueName()).reset();
-
-    const QString name = UniqueName();
-    QSemaphore entered;
-    std::atomic<bool> finished{false};
-    auto event = CreateInterProcessEvent(name);
-    event->StartListening([&] {
-        entered.release();
-        std::this_thread::sleep_for(std::chrono::milliseconds(300));
-        finished = true;
-    });
-    event->Signal();
-    QVERIFY(entered.tryAcquire(1, 10000));
-    event.reset();
-    QVERIFY2(finished.load(), "the object was destroyed while its listener still ran");
-
-    // Destroyed while waiting, with nothing signalled: it stops at once.
-    auto waiting = CreateInterProcessEvent(name);
-    waiting->StartListening([] {});
-    waiting.reset();
-}
-
-void TestInterProcessEvent::faultyCallbacksAreLoggedAndListeningGoesOn()
-{
-    const QString name = UniqueName();
-    const LogCapture::Mark mark;
-    std::atomic<int> calls{0};
-    QSemaphore arrived;
-    auto event = CreateInterProcessEvent(name);
-    event->StartListening([&] {
-        arrived.release();
-        if (++calls == 1)
-            throw std::runtime_error("broken listener");
-    });
-    event->Signal();
-    QVERIFY(arrived.tryAcquire(1, 10000));
-    QTRY_VERIFY(mark.Contains(4, QStringLiteral("InterProcessEvent: the callback of \"%1\" threw: broken listener").arg(name)));
-    event->Signal();
-    QVERIFY(arrived.tryAcquire(1, 10000));
-    event.reset();
-
-    auto empty = CreateInterProcessEvent(name);
-    empty->StartListening(std::function<void()>());
-    QVERIFY(mark.Contains(4, QStringLiteral("InterProcessEvent: \"%1\" has an empty callback; its signals are only taken").arg(name)));
-    empty->Signal();
-    empty.reset();
-}
+    void listenerOutlivesFaultyCallbacksAndIsAwaited()
+    {
+        const LogCapture::Mark mark;
+        std::atomic<int> calls{0};
+        std::atomic<bool> finished{false};
+        auto event = CreateInterProcessEvent(m_name);
+        event->StartListening([&] {
+            m_calls.release();
+            if (++calls == 1)
+                throw std::runtime_error("broken listener");
+            if (calls == 2)
+                throw 42;
+            QThread::msleep(300);
+            finished = true;
+        });
+        for (int i = 0; i < 3; ++i) {
+            event->Signal();
+            QVERIFY(m_calls.tryAcquire(1, 10000));
+        }
+        event.reset();
+        QVERIFY2(finished.load(), "the object was destroyed while its listener still ran");
+        // Never listened, or listening with nothing signalled: destroyed at once.
+        CreateInterProcessEvent(m_name).reset();
+        CreateInterProcessEvent(m_name)->StartListening(std::function<void()>());
+        const QString threw = QStringLiteral("InterProcessEvent: the callback of \"%1\" threw").arg(m_name);
+        QCOMPARE(mark.Since().size(), 3);
+        QVERIFY(mark.Contains(4, threw + QStringLiteral(": broken listener")) && mark.Contains(4, threw + QStringLiteral(" an exception")));
+        QVERIFY(mark.Contains(4, QStringLiteral("InterProcessEvent: \"%1\" has an empty callback; its signals are only taken").arg(m_name)));
+    }
+};
 
 int main(int argc, char** argv)
 {

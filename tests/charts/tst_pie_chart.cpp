@@ -3,8 +3,8 @@
 #include "styles_probes.h"
 
 using OrvantaQT::PieChart;
+using StylesProbes::Colours;
 using StylesProbes::Pixels;
-using TestSupport::Words;
 
 namespace {
 
@@ -25,8 +25,6 @@ QPoint At(qreal hours, qreal distance)
     return QPoint(int(50 + distance * std::cos(angle)), int(50 - distance * std::sin(angle)));
 }
 
-const char *const kRed = "#ffff0000", *const kBlue = "#ff0000ff", *const kWhite = "#ffffffff";
-
 } // namespace
 
 class TestPieChart : public QObject
@@ -41,17 +39,19 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("colours");
         // The slice runs clockwise from 12 o'clock; its straight edges are drawn.
         QTest::newRow("a quarter") << QVector<int>{25, -10, 2} << QVector<QPoint>{At(1.5, 35), At(6, 35), At(9, 35)}
-                                   << QStringList{kRed, kBlue, kBlue};
+                                   << Colours("red blue blue");
         QTest::newRow("nothing") << QVector<int>{0, -10, 2} << QVector<QPoint>{At(1.5, 35), {50, 50}, {50, 2}}
-                                 << QStringList{kBlue, kWhite, kRed};
-        QTest::newRow("above the maximum") << QVector<int>{150, -10, 2} << QVector<QPoint>{At(7.5, 35)} << QStringList{kRed};
-        QTest::newRow("no hole") << QVector<int>{25, 0, 2} << QVector<QPoint>{{50, 50}, {49, 30}, {45, 30}} << QStringList{kRed, kRed, kBlue};
+                                 << Colours("blue white red");
+        QTest::newRow("above the maximum") << QVector<int>{150, -10, 2} << QVector<QPoint>{At(7.5, 35)} << Colours("red");
+        QTest::newRow("no hole") << QVector<int>{25, 0, 2} << QVector<QPoint>{{50, 50}, {49, 30}, {45, 30}}
+                                 << Colours("red red blue");
         // A 30 px hole: empty 12 px from the centre, filled 18 px out.
-        QTest::newRow("30 px hole") << QVector<int>{100, 30, 2} << QVector<QPoint>{At(3, 12), At(3, 18)} << QStringList{kWhite, kRed};
-        QTest::newRow("hole wider than the ring") << QVector<int>{0, 1000, 2} << QVector<QPoint>{{2, 50}} << QStringList{kWhite};
+        QTest::newRow("30 px hole") << QVector<int>{100, 30, 2} << QVector<QPoint>{At(3, 12), At(3, 18)} << Colours("white red");
+        QTest::newRow("hole wider than the ring") << QVector<int>{0, 1000, 2} << QVector<QPoint>{{2, 50}} << Colours("white");
         // Half the 96 px ring: empty 22 px out, filled 26 px out.
-        QTest::newRow("hole of half") << QVector<int>{100, -50, 2} << QVector<QPoint>{At(9, 22), At(9, 26)} << QStringList{kWhite, kRed};
-        QTest::newRow("no outline") << QVector<int>{0, -10, 0} << QVector<QPoint>{{50, 1}} << QStringList{kBlue};
+        QTest::newRow("hole of half") << QVector<int>{100, -50, 2} << QVector<QPoint>{At(9, 22), At(9, 26)}
+                                      << Colours("white red");
+        QTest::newRow("no outline") << QVector<int>{0, -10, 0} << QVector<QPoint>{{50, 1}} << Colours("blue");
     }
     void sliceHoleAndOutline()
     {
@@ -75,20 +75,19 @@ private Q_SLOTS:
                  QString());
         chart.resize(100, 100);
         chart.setValue(25);
-        QCOMPARE(Pixels(Paint(chart), {At(4.5, 35)}), QStringList{kBlue});
+        QCOMPARE(Pixels(Paint(chart), {At(4.5, 35)}), Colours("blue"));
         chart.setValue(50);
-        QCOMPARE(Pixels(Paint(chart), {At(4.5, 35), At(7.5, 35)}), (QStringList{kRed, kBlue}));
+        QCOMPARE(Pixels(Paint(chart), {At(4.5, 35), At(7.5, 35)}), Colours("red blue"));
         chart.setMaximum(200);
-        QCOMPARE(Pixels(Paint(chart), {At(4.5, 35)}), QStringList{kBlue});
+        QCOMPARE(Pixels(Paint(chart), {At(4.5, 35)}), Colours("blue"));
         chart.setMaximum(100);
         chart.resize(200, 100);
-        QCOMPARE(chart.RingPath().boundingRect(), QRectF(2, 2, 96, 96));
-        QCOMPARE(Pixels(Paint(chart), {{150, 50}, {80, 50}, {20, 50}}), (QStringList{kWhite, kRed, kBlue}));
+        QCOMPARE(Pixels(Paint(chart), {{150, 50}, {80, 50}, {20, 50}}), Colours("white red blue"));
         chart.resize(200, 200);
-        QCOMPARE(Pixels(Paint(chart), {{180, 100}, {20, 100}}), (QStringList{kRed, kBlue}));
-        QCOMPARE(Pixels(Paint(chart, Qt::green), {{20, 100}}), QStringList{"#ff00ff00"});
+        QCOMPARE(Pixels(Paint(chart), {{180, 100}, {20, 100}}), Colours("red blue"));
+        QCOMPARE(Pixels(Paint(chart, Qt::green), {{20, 100}}), Colours("lime"));
         chart.setInnerSize(-80); // a wider hole empties the old ring's inner part
-        QCOMPARE(Pixels(Paint(chart), {{40, 100}}), QStringList{kWhite});
+        QCOMPARE(Pixels(Paint(chart), {{40, 100}}), Colours("white"));
         QVERIFY(TestSupport::ShowAndWait(&chart));
         QVERIFY(StylesProbes::Repaints(&chart, [&chart] { chart.setEnabled(false); }));
     }

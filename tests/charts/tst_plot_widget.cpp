@@ -56,7 +56,8 @@ private Q_SLOTS:
         PlotWidget plot;
         plot.resize(100, 50);
         QCOMPARE(StylesProbes::FirstNotReset(&plot, {{"radius", 3}, {"showPoly", true}, {"brushColor", QColor(Qt::red)},
-                                                    {"useShading", true}, {"minValue", 50}, {"pointsOnScreen", 5}, {"pollingTimeout", 100}}),
+                                                    {"useShading", true}, {"minValue", 50}, {"pointsOnScreen", 5},
+                                                    {"pollingTimeout", 100}}),
                  QString());
         QVERIFY(TestSupport::ShowAndWait(&plot));
         const std::pair<const char*, std::function<void()>> changes[] = {

@@ -1,6 +1,3 @@
-// The resources compiled into the library are there as soon as it is loaded, before any of
-// it is called (the version, read last, keeps the library linked).
-
 #include <qt_halvo/qt_halvo_version.h>
 
 #include "test_support.h"
@@ -10,9 +7,12 @@ class TestResources : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // The library's resources are there as soon as it is loaded, before any of it is called
+    // (the version, read last, keeps the library linked).
     void translationCataloguesLoad()
     {
-        QCOMPARE(QDir(QStringLiteral(":/translations")).entryList(QDir::Files), TestSupport::Words("qt_halvo_de.qm qt_halvo_ru.qm"));
+        QCOMPARE(QDir(QStringLiteral(":/translations")).entryList(QDir::Files),
+                 TestSupport::Words("qt_halvo_de.qm qt_halvo_ru.qm"));
         QTranslator german, russian;
         QVERIFY(german.load(QStringLiteral(":/translations/qt_halvo_de")));
         QVERIFY(russian.load(QStringLiteral(":/translations/qt_halvo_ru")));

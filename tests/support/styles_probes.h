@@ -45,4 +45,13 @@ inline QStringList Pixels(const QImage& image, const QVector<QPoint>& points)
     return names;
 }
 
+// Colours by name ("red #808080 transparent"), as Pixels() gives them.
+inline QStringList Colours(const char* names)
+{
+    QStringList colours;
+    for (const QString& name : TestSupport::Words(names))
+        colours << QColor(name).name(QColor::HexArgb);
+    return colours;
+}
+
 } // namespace StylesProbes

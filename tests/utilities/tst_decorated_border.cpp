@@ -26,7 +26,7 @@ private Q_SLOTS:
         QFETCH(unsigned, position);
         QFETCH(QRect, expected);
         QTemporaryDir folder;
-        QPixmap picture(10, 6);
+        QImage picture(10, 6, QImage::Format_RGB32);
         picture.fill(Qt::red);
         QVERIFY(picture.save(folder.filePath(QStringLiteral("mark.png"))));
         QWidget window;

@@ -28,7 +28,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         QVERIFY(QDir::setCurrent(m_folder.path())); // the paths hold one dot only
-        QImage strip(20, 100, QImage::Format_RGB32), background(31, 31, QImage::Format_RGB32), overlay(16, 16, QImage::Format_RGB32);
+        QImage strip(20, 100, QImage::Format_RGB32), background(31, 31, strip.format()), overlay(16, 16, strip.format());
         strip.fill(Qt::yellow);
         background.fill(Qt::white);
         overlay.fill(Qt::red);
@@ -61,9 +61,10 @@ private Q_SLOTS:
         QCOMPARE(compound.size(), overlay.isNull() ? QSize(0, 0) : QSize(31, 31));
         QCOMPARE(RedArea(compound), overlay);
     }
-    // Tinting: black takes the colour, white stays white, grey is screened by it, the alpha is
-    // kept; no colour leaves the picture as it is. Icons from the strip's bands (the rows left
-    // over left out); an overlay on an icon's picture, then its only one.
+    // Tinting: black takes the colour, white stays white, grey is screened by it, the alpha and
+    // the pixel ratio are kept; no colour leaves the picture as it is, drawn or not. Icons from
+    // the strip's bands (the rows left over left out); an overlay on an icon's picture, then its
+    // only one.
     void tintIconsAndOverlays()
     {
         QImage source(5, 1, QImage::Format_ARGB32);
@@ -73,17 +74,29 @@ private Q_SLOTS:
         const QImage tinted = PaintUtilities::TintedImage(QPixmap::fromImage(source), QColor(200, 40, 90));
         QCOMPARE(tinted.pixelColor(0, 0), QColor(200, 40, 90));
         QCOMPARE(tinted.pixelColor(1, 0), QColor(Qt::white));
-        QCOMPARE(QVector<int>({qAlpha(tinted.pixel(2, 0)), qAlpha(tinted.pixel(3, 0))}), QVector<int>({0, 128}));
+        QCOMPARE(QPoint(qAlpha(tinted.pixel(2, 0)), qAlpha(tinted.pixel(3, 0))), QPoint(0, 128)); // the alphas
         const int g = (100 * 11 + 50 * 16 + 10 * 5) / 32; // qGray's weights; screening with black keeps them
         QCOMPARE(PaintUtilities::TintedImage(QPixmap::fromImage(source), Qt::black).pixelColor(4, 0), QColor(g, g, g));
-        QCOMPARE(PaintUtilities::TintedImage(QPixmap::fromImage(source), QColor()).convertToFormat(QImage::Format_ARGB32), source);
+        QCOMPARE(PaintUtilities::TintedImage(QPixmap::fromImage(source), QColor()).convertToFormat(source.format()), source);
+        QPixmap hiDpi(4, 4);
+        hiDpi.fill(Qt::black);
+        hiDpi.setDevicePixelRatio(2);
+        QCOMPARE(PaintUtilities::TintedImage(hiDpi, Qt::red).devicePixelRatio(), 2.0);
+        QImage drawn(5, 2, QImage::Format_ARGB32);
+        drawn.fill(Qt::transparent);
+        QPainter painter(&drawn);
+        PaintUtilities::DrawTintedPixmap(&painter, QRect(0, 0, 5, 1), QPixmap::fromImage(source), QColor());
+        PaintUtilities::DrawTintedPixmap(&painter, QRect(0, 1, 5, 1), QPixmap::fromImage(source), QColor(200, 40, 90));
+        painter.end();
+        QCOMPARE(drawn.pixelColor(0, 0).name() + drawn.pixelColor(0, 1).name(), QStringLiteral("#000000#c8285a"));
         const QIcon triple = IconTripleFromResource(QStringLiteral("strip.png"));
         QCOMPARE(triple.availableSizes(QIcon::Normal), QList<QSize>{QSize(20, 33)});
         QStringList colours;
         for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Active, QIcon::Disabled})
             colours << triple.pixmap(QSize(20, 33), mode).toImage().pixelColor(10, 0).name()
                     << triple.pixmap(QSize(20, 33), mode).toImage().pixelColor(10, 32).name();
-        colours << IconQuadrupleFromResource(QStringLiteral("strip.png")).pixmap(QSize(20, 25), QIcon::Selected).toImage().pixelColor(10, 0).name();
+        const QIcon quadruple = IconQuadrupleFromResource(QStringLiteral("strip.png"));
+        colours << quadruple.pixmap(QSize(20, 25), QIcon::Selected).toImage().pixelColor(10, 0).name(); // row 50
         QCOMPARE(colours, TestSupport::Words("#ff0000 #ff0000 #00ff00 #00ff00 #0000ff #0000ff #00ff00"));
         QVERIFY(IconTripleFromResource(QStringLiteral("none.png")).isNull());
         QIcon icon(QStringLiteral("background.png"));

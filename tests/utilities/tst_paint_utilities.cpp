@@ -1,30 +1,17 @@
 #include <qt_halvo/utilities/paint_utilities.h>
 
-#include <QtGui/QPainter>
-#include <QtTest/QtTest>
+#include "test_support.h"
 
 using namespace OrvantaQT;
-using PaintUtilities::Alignment;
 
 namespace {
 
-QImage Solid(QSize size, const QColor& colour)
-{
-    QImage image(size, QImage::Format_ARGB32);
-    image.fill(colour);
-    return image;
-}
-
-// The rectangle of the red pixels.
 QRect RedArea(const QImage& image)
 {
     QRect area;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixelColor(x, y) == QColor(Qt::red))
-                area |= QRect(x, y, 1, 1);
-        }
-    }
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            area |= image.pixelColor(x, y) == QColor(Qt::red) ? QRect(x, y, 1, 1) : QRect();
     return area;
 }
 
@@ -34,120 +21,92 @@ class TestPaintUtilities : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void initTestCase();
-    void compoundImage_data();
-    void compoundImage();
-    void tintKeepsWhiteAndTransparency();
-    void iconBandsFromAStrip();
-    void overlayOnAnIcon();
-
-private:
     QTemporaryDir m_folder;
+
+private Q_SLOTS:
+    // A strip of 100 rows: 33 red, 33 green, 33 blue, one yellow; white and red squares.
+    void initTestCase()
+    {
+        QVERIFY(QDir::setCurrent(m_folder.path())); // the paths hold one dot only
+        QImage strip(20, 100, QImage::Format_RGB32), background(31, 31, strip.format()), overlay(16, 16, strip.format());
+        strip.fill(Qt::yellow);
+        background.fill(Qt::white);
+        overlay.fill(Qt::red);
+        const QColor bands[] = {Qt::red, Qt::green, Qt::blue};
+        for (int band = 0; band < 3; ++band)
+            QPainter(&strip).fillRect(0, 33 * band, 20, 33, bands[band]);
+        QVERIFY(strip.save(QStringLiteral("strip.png")) && background.save(QStringLiteral("background.png"))
+                && overlay.save(QStringLiteral("overlay.png")));
+    }
+    void compoundImage_data()
+    {
+        QTest::addColumn<QString>("background");
+        QTest::addColumn<int>("alignment");
+        QTest::addColumn<QRect>("overlay"); // where it lands; none: a null image
+        // 31 - 16 = 15 each way; halves truncate to 7.
+        const QVector<QPoint> places{{0, 0}, {7, 0}, {15, 0}, {0, 7}, {7, 7}, {15, 7}, {0, 15}, {7, 15}, {15, 15}, {0, 0}};
+        for (int alignment = 0; alignment < places.size(); ++alignment) // the last one out of range
+            QTest::addRow("alignment %d", alignment) << "background.png" << alignment << QRect(places[alignment], QSize(16, 16));
+        QTest::newRow("two dots") << "a.b.png" << 4 << QRect();
+        QTest::newRow("no dot") << "background" << 4 << QRect();
+        QTest::newRow("missing file") << "nothing.png" << 4 << QRect();
+    }
+    void compoundImage()
+    {
+        QFETCH(QString, background);
+        QFETCH(int, alignment);
+        QFETCH(QRect, overlay);
+        const QImage compound = PaintUtilities::BuildCompoundImage(background, QStringLiteral("overlay.png"),
+                                                                   PaintUtilities::Alignment(alignment));
+        QCOMPARE(compound.size(), overlay.isNull() ? QSize(0, 0) : QSize(31, 31));
+        QCOMPARE(RedArea(compound), overlay);
+    }
+    // Tinting: black takes the colour, white stays white, grey is screened by it, the alpha and
+    // the pixel ratio are kept; no colour leaves the picture as it is, drawn or not. Icons from
+    // the strip's bands (the rows left over left out); an overlay on an icon's picture, then its
+    // only one.
+    void tintIconsAndOverlays()
+    {
+        QImage source(5, 1, QImage::Format_ARGB32);
+        const QRgb pixels[] = {qRgb(0, 0, 0), qRgb(255, 255, 255), qRgba(0, 0, 0, 0), qRgba(0, 0, 0, 128), qRgb(100, 50, 10)};
+        for (int x = 0; x < 5; ++x)
+            source.setPixel(x, 0, pixels[x]);
+        const QImage tinted = PaintUtilities::TintedImage(QPixmap::fromImage(source), QColor(200, 40, 90));
+        QCOMPARE(tinted.pixelColor(0, 0), QColor(200, 40, 90));
+        QCOMPARE(tinted.pixelColor(1, 0), QColor(Qt::white));
+        QCOMPARE(QPoint(qAlpha(tinted.pixel(2, 0)), qAlpha(tinted.pixel(3, 0))), QPoint(0, 128)); // the alphas
+        const int g = (100 * 11 + 50 * 16 + 10 * 5) / 32; // qGray's weights; screening with black keeps them
+        QCOMPARE(PaintUtilities::TintedImage(QPixmap::fromImage(source), Qt::black).pixelColor(4, 0), QColor(g, g, g));
+        QCOMPARE(PaintUtilities::TintedImage(QPixmap::fromImage(source), QColor()).convertToFormat(source.format()), source);
+        QPixmap hiDpi(4, 4);
+        hiDpi.fill(Qt::black);
+        hiDpi.setDevicePixelRatio(2);
+        QCOMPARE(PaintUtilities::TintedImage(hiDpi, Qt::red).devicePixelRatio(), 2.0);
+        QImage drawn(5, 2, QImage::Format_ARGB32);
+        drawn.fill(Qt::transparent);
+        QPainter painter(&drawn);
+        PaintUtilities::DrawTintedPixmap(&painter, QRect(0, 0, 5, 1), QPixmap::fromImage(source), QColor());
+        PaintUtilities::DrawTintedPixmap(&painter, QRect(0, 1, 5, 1), QPixmap::fromImage(source), QColor(200, 40, 90));
+        painter.end();
+        QCOMPARE(drawn.pixelColor(0, 0).name() + drawn.pixelColor(0, 1).name(), QStringLiteral("#000000#c8285a"));
+        const QIcon triple = IconTripleFromResource(QStringLiteral("strip.png"));
+        QCOMPARE(triple.availableSizes(QIcon::Normal), QList<QSize>{QSize(20, 33)});
+        QStringList colours;
+        for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Active, QIcon::Disabled})
+            colours << triple.pixmap(QSize(20, 33), mode).toImage().pixelColor(10, 0).name()
+                    << triple.pixmap(QSize(20, 33), mode).toImage().pixelColor(10, 32).name();
+        const QIcon quadruple = IconQuadrupleFromResource(QStringLiteral("strip.png"));
+        colours << quadruple.pixmap(QSize(20, 25), QIcon::Selected).toImage().pixelColor(10, 0).name(); // row 50
+        QCOMPARE(colours, TestSupport::Words("#ff0000 #ff0000 #00ff00 #00ff00 #0000ff #0000ff #00ff00"));
+        QVERIFY(IconTripleFromResource(QStringLiteral("none.png")).isNull());
+        QIcon icon(QStringLiteral("background.png"));
+        QPixmap badge(6, 6);
+        badge.fill(Qt::red);
+        AddOverlayToIcon(icon, QPoint(14, 14), badge);
+        QCOMPARE(RedArea(icon.pixmap(QSize(31, 31)).toImage()), QRect(14, 14, 6, 6));
+        QCOMPARE(icon.availableSizes().size(), 1);
+    }
 };
-
-void TestPaintUtilities::initTestCase()
-{
-    QVERIFY(m_folder.isValid());
-    QVERIFY(Solid(QSize(31, 31), Qt::white).save(m_folder.filePath(QStringLiteral("background.png"))));
-    QVERIFY(Solid(QSize(16, 16), Qt::red).save(m_folder.filePath(QStringLiteral("overlay.png"))));
-    QVERIFY(QDir::setCurrent(m_folder.path())); // the paths hold one dot only
-}
-
-void TestPaintUtilities::compoundImage_data()
-{
-    QTest::addColumn<QString>("background");
-    QTest::addColumn<int>("alignment");
-    QTest::addColumn<QRect>("overlay"); // where it lands; none: a null image
-    // 31 - 16 = 15 each way; halves truncate to 7.
-    const QVector<QPoint> places{{0, 0}, {7, 0}, {15, 0}, {0, 7}, {7, 7}, {15, 7}, {0, 15}, {7, 15}, {15, 15}};
-    for (int alignment = 0; alignment < places.size(); ++alignment)
-        QTest::addRow("alignment %d", alignment)
-            << "background.png" << alignment << QRect(places.at(alignment), QSize(16, 16));
-    QTest::newRow("out of range") << "background.png" << 42 << QRect(0, 0, 16, 16);
-    // Each path needs a name and one extension.
-    QTest::newRow("two dots") << "a.b.png" << int(PaintUtilities::Center) << QRect();
-    QTest::newRow("no dot") << "background" << int(PaintUtilities::Center) << QRect();
-    QTest::newRow("missing file") << "nothing.png" << int(PaintUtilities::Center) << QRect();
-}
-
-void TestPaintUtilities::compoundImage()
-{
-    QFETCH(QString, background);
-    QFETCH(int, alignment);
-    QFETCH(QRect, overlay);
-    const QImage compound =
-        PaintUtilities::BuildCompoundImage(background, QStringLiteral("overlay.png"), Alignment(alignment));
-    if (overlay.isNull()) {
-        QVERIFY(compound.isNull());
-        return;
-    }
-    QCOMPARE(compound.size(), QSize(31, 31));
-    QCOMPARE(RedArea(compound), overlay);
-}
-
-// Black takes the colour, white stays white, a transparent pixel stays transparent and
-// a half-transparent one keeps its alpha.
-void TestPaintUtilities::tintKeepsWhiteAndTransparency()
-{
-    QImage source(4, 1, QImage::Format_ARGB32);
-    source.setPixel(0, 0, qRgba(0, 0, 0, 255));
-    source.setPixel(1, 0, qRgba(255, 255, 255, 255));
-    source.setPixel(2, 0, qRgba(0, 0, 0, 0));
-    source.setPixel(3, 0, qRgba(0, 0, 0, 128));
-    const QColor colour(200, 40, 90);
-    const QImage tinted = PaintUtilities::TintedImage(QPixmap::fromImage(source), colour).convertToFormat(QImage::Format_ARGB32);
-    QCOMPARE(tinted.pixelColor(0, 0), colour);
-    QCOMPARE(tinted.pixelColor(1, 0), QColor(Qt::white));
-    QCOMPARE(qAlpha(tinted.pixel(2, 0)), 0);
-    QCOMPARE(qAlpha(tinted.pixel(3, 0)), 128);
-
-    // Grey by the qGray weights: (r × 11 + g × 16 + b × 5) / 32, then screened.
-    QImage grey(1, 1, QImage::Format_RGB32);
-    grey.setPixel(0, 0, qRgb(100, 50, 10));
-    const int g = (100 * 11 + 50 * 16 + 10 * 5) / 32;
-    const QColor screened = PaintUtilities::TintedImage(QPixmap::fromImage(grey), QColor(0, 0, 0)).pixelColor(0, 0);
-    QCOMPARE(screened, QColor(g, g, g));
-
-    // No colour: unchanged.
-    QCOMPARE(PaintUtilities::TintedImage(QPixmap::fromImage(source), QColor()).convertToFormat(QImage::Format_ARGB32), source);
-}
-
-void TestPaintUtilities::iconBandsFromAStrip()
-{
-    QImage strip(20, 100, QImage::Format_ARGB32);
-    const QColor colours[] = {Qt::red, Qt::green, Qt::blue, Qt::yellow};
-    for (int y = 0; y < 100; ++y)
-        for (int x = 0; x < 20; ++x)
-            strip.setPixelColor(x, y, colours[std::min(y / 33, 3)]);
-    const QString path = m_folder.filePath(QStringLiteral("strip.png"));
-    QVERIFY(strip.save(path));
-
-    const QIcon triple = IconTripleFromResource(path);
-    QCOMPARE(triple.availableSizes(QIcon::Normal), QList<QSize>{QSize(20, 33)});
-    const QPair<QIcon::Mode, QColor> modes[] = {{QIcon::Normal, Qt::red}, {QIcon::Active, Qt::green}, {QIcon::Disabled, Qt::blue}};
-    for (const auto& mode : modes) {
-        const QImage band = triple.pixmap(QSize(20, 33), mode.first).toImage();
-        QCOMPARE(band.height(), 33);
-        QCOMPARE(band.pixelColor(10, 0), mode.second);
-        QCOMPARE(band.pixelColor(10, 32), mode.second); // the 100th row is left out
-    }
-    const QIcon quadruple = IconQuadrupleFromResource(path);
-    QCOMPARE(quadruple.pixmap(QSize(20, 25), QIcon::Selected).toImage().pixelColor(10, 0), QColor(Qt::green)); // row 50
-}
-
-void TestPaintUtilities::overlayOnAnIcon()
-{
-    QPixmap base(20, 20);
-    base.fill(Qt::white);
-    QIcon icon(base);
-    QPixmap badge(6, 6);
-    badge.fill(Qt::red);
-    AddOverlayToIcon(icon, QPoint(14, 14), badge);
-    const QImage result = icon.pixmap(QSize(20, 20)).toImage();
-    QCOMPARE(RedArea(result), QRect(14, 14, 6, 6));
-    QCOMPARE(icon.availableSizes().size(), 1);
-}
 
 QTEST_MAIN(TestPaintUtilities)
 #include "tst_paint_utilities.moc"

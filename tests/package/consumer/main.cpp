@@ -1,4 +1,5 @@
-// A host program built against an installed qt_halvo.
+// A host program built against an installed qt_halvo: it runs the version it was built
+// with, and sees the library's resources without calling anything to register them.
 
 #include <qt_halvo/qt_halvo.h>
 
@@ -9,15 +10,8 @@
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
-    QTextStream out(stdout);
-    if (OrvantaQT::VersionString() != QLatin1String(QT_HALVO_VERSION_STRING)) {
-        out << "version mismatch: " << OrvantaQT::VersionString() << "\n";
-        return 1;
-    }
-    if (!QFile::exists(QStringLiteral(":/translations/qt_halvo_de.qm"))) {
-        out << "the library's resources are not registered\n";
-        return 1;
-    }
-    out << "qt_halvo " << OrvantaQT::VersionString() << " works\n";
-    return 0;
+    const bool registered = QFile::exists(QStringLiteral(":/translations/qt_halvo_de.qm"));
+    QTextStream(stdout) << "qt_halvo " << OrvantaQT::VersionString() << " (built with " << QT_HALVO_VERSION_STRING << ")"
+                        << (registered ? " works\n" : ": its resources are not registered\n");
+    return OrvantaQT::VersionString() == QLatin1String(QT_HALVO_VERSION_STRING) && registered ? 0 : 1;
 }

@@ -1,5 +1,5 @@
-// The few checks the plain-C++ platform tests need; they run natively and under wine,
-// where no test framework is at hand. Each test ends with Summary().
+// The checks of the plain-C++ platform tests, which run natively and under wine where no
+// test framework is at hand. A test ends with Summary().
 #pragma once
 
 #include <iostream>
@@ -8,16 +8,6 @@ namespace PlainTest {
 
 inline int passed = 0;
 inline int failed = 0;
-
-inline void Check(bool condition, const char* what, int line)
-{
-    if (condition) {
-        ++passed;
-        return;
-    }
-    ++failed;
-    std::cout << "FAIL line " << line << ": " << what << std::endl;
-}
 
 // Prints "<name>: N passed, N failed" and gives the exit code.
 inline int Summary(const char* name)
@@ -28,4 +18,6 @@ inline int Summary(const char* name)
 
 } // namespace PlainTest
 
-#define CHECK(condition) ::PlainTest::Check((condition), #condition, __LINE__)
+#define CHECK(condition)                                                                                    \
+    ((condition) ? void(++::PlainTest::passed)                                                              \
+                 : void((++::PlainTest::failed, std::cout << "FAIL line " << __LINE__ << ": " #condition << std::endl)))

@@ -1,17 +1,15 @@
-// The test harness runs every test on a private X server; these checks fail when it does
-// not, before the widget tests fail in more puzzling ways.
+// The test harness runs every test on a private X server; this fails when it does not,
+// before the widget tests fail in more puzzling ways.
 
 #include "test_support.h"
 
 // Counts the pointer's comings and goings.
-class Target : public QWidget
+class Target : public QLineEdit
 {
 public:
-    using QWidget::QWidget;
+    using QLineEdit::QLineEdit;
     int entered = 0;
     int left = 0;
-
-protected:
     void enterEvent(QEvent*) override { ++entered; }
     void leaveEvent(QEvent*) override { ++left; }
 };
@@ -21,16 +19,15 @@ class TestDesktopSession : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void pointerEntersAndLeavesWidgets()
+    void pointerAndKeyboardReachWidgets()
     {
         QCOMPARE(QGuiApplication::platformName(), QStringLiteral("xcb"));
         QWidget window;
         window.setGeometry(100, 100, 300, 200);
-        Target* target = new Target(&window);
-        target->setGeometry(50, 50, 100, 80);
+        auto* target = new Target(&window);
+        target->setGeometry(50, 50, 100, 30);
         QCursor::setPos(10, 10);
         QVERIFY(TestSupport::ShowAndWait(&window));
-
         const QPoint inside = target->mapToGlobal(target->rect().center());
         QCursor::setPos(inside);
         QTRY_COMPARE(target->entered, 1);
@@ -38,25 +35,19 @@ private Q_SLOTS:
         QCursor::setPos(window.mapToGlobal(QPoint(5, 5)));
         QTRY_COMPARE(target->left, 1);
         QCOMPARE(QApplication::widgetAt(QCursor::pos()), &window);
-    }
 
-    void keyboardFocusFollowsTheActiveWindow()
-    {
-        QLineEdit first;
-        first.setGeometry(100, 100, 200, 30);
-        first.show();
-        first.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&first));
-        QTRY_VERIFY(first.hasFocus());
-        QTest::keyClicks(&first, QStringLiteral("typed"));
-        QCOMPARE(first.text(), QStringLiteral("typed"));
-
+        // Keyboard focus comes with the active window, and goes with it.
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        target->setFocus();
+        QTRY_VERIFY(target->hasFocus());
+        QTest::keyClicks(target, QStringLiteral("typed"));
+        QCOMPARE(target->text(), QStringLiteral("typed"));
         QWidget second;
-        second.setGeometry(400, 100, 200, 100);
-        second.show();
+        second.setGeometry(450, 100, 200, 100);
+        QVERIFY(TestSupport::ShowAndWait(&second));
         second.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&second));
-        QTRY_VERIFY(!first.hasFocus());
+        QTRY_VERIFY(!target->hasFocus());
     }
 };
 

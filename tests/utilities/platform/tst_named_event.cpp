@@ -1,6 +1,6 @@
 // The named auto-reset event, on Linux and (cross-compiled, under wine) on Windows.
-//   tst_named_event                    runs the tests
-//   tst_named_event signal|wait <name> (child) opens the event and signals it, or waits for it
+//   tst_named_event          runs the tests
+//   tst_named_event <name>   (a child) waits for the event to be signalled
 
 #include "plain_test.h"
 #include <qt_halvo/utilities/platform/named_event_p.h>
@@ -15,7 +15,6 @@
 #define getpid _getpid
 #else
 #include <csignal>
-#include <pthread.h>
 #include <sys/resource.h>
 #include <unistd.h>
 #endif
@@ -24,150 +23,102 @@ using namespace OrvantaQT::Platform;
 using namespace std::chrono_literals;
 using Result = NamedEvent::WaitResult;
 
-namespace {
-
 constexpr int kLongWait = 5000; // only guards against a wait that never ends
 constexpr int kShortWait = 200; // nothing expected would come later than this
 
-// Names of their own for every run, so that neither a case left set nor a test running
-// at the same time can be seen.
-std::string Name(const char* purpose)
+// Names of their own for every run, so that neither a case left set nor a test running at
+// the same time can be seen.
+static std::string Name(const char* purpose)
 {
     return "qt_halvo_tst_named_event_" + std::to_string(getpid()) + "_" + purpose;
 }
 
-// One wait on a thread of its own, once it is (or is about to be) blocked.
-std::future<Result> WaitOnAThread(NamedEvent& event, int timeout)
+int main(int argc, char** argv)
 {
-    std::future<Result> result = std::async(std::launch::async, [&event, timeout] { return event.Wait(timeout); });
-    std::this_thread::sleep_for(100ms);
-    return result;
-}
+    if (argc == 2)
+        return NamedEvent(argv[1]).Wait(kLongWait) == Result::Signalled ? 0 : 1;
 
-void SignalStaysSetUntilOneWaitTakesIt()
-{
-    const std::string name = Name("ab");
     {
-        NamedEvent waiter(name);
+        NamedEvent waiter(Name("ab"));
         {
-            NamedEvent signaller(name);
+            NamedEvent signaller(Name("ab"));
             NamedEvent otherName(Name("ba"));
-            CHECK(signaller.IsValid() && waiter.IsValid() && otherName.IsValid());
-            CHECK(waiter.Wait(0) == Result::NotSignalled);
+            CHECK(signaller.IsValid() && waiter.IsValid() && otherName.IsValid() && waiter.Wait(0) == Result::NotSignalled);
             // Several signals before a wait are one; the signaller may take its own.
             signaller.Signal();
             waiter.Signal();
-            CHECK(otherName.Wait(0) == Result::NotSignalled);
-            CHECK(waiter.Wait(kLongWait) == Result::Signalled);
+            CHECK(otherName.Wait(0) == Result::NotSignalled && waiter.Wait(kLongWait) == Result::Signalled);
             CHECK(signaller.Wait(kShortWait) == Result::NotSignalled);
             signaller.Signal();
             CHECK(signaller.Wait(0) == Result::Signalled && waiter.Wait(0) == Result::NotSignalled);
-            // A waiting thread is woken.
-            std::future<Result> woken = WaitOnAThread(waiter, kLongWait);
-            signaller.Signal();
-            CHECK(woken.get() == Result::Signalled);
         }
         // The event lives while anyone holds it open, and only so long.
         for (int i = 0; i < 2; ++i) {
-            NamedEvent(name).Signal();
+            NamedEvent(Name("ab")).Signal();
             CHECK(waiter.Wait(0) == Result::Signalled);
         }
         waiter.Signal();
     }
-    CHECK(NamedEvent(name).Wait(0) == Result::NotSignalled);
-}
+    CHECK(NamedEvent(Name("ab")).Wait(0) == Result::NotSignalled);
 
-// The child signals, and the signal stays set for us; the child waits, and our signal
-// wakes it whether it is already waiting or not yet.
-void AnotherProcessSharesTheEvent(const std::string& program)
-{
-    NamedEvent event(Name("child"));
-    const auto child = [&program](const char* mode) {
+    // Another process waits; a signal wakes it whether it is already waiting or not yet.
+    NamedEvent shared(Name("child"));
 #if defined(_WIN32) // cmd.exe takes off the outermost quotes, leaving the quoted program path
-        return std::system(("\"\"" + program + "\" " + mode + " " + Name("child") + "\"").c_str());
+    const std::string command = "\"\"" + std::string(argv[0]) + "\" " + Name("child") + "\"";
 #else
-        return std::system(("'" + program + "' " + mode + " " + Name("child")).c_str());
+    const std::string command = "'" + std::string(argv[0]) + "' " + Name("child");
 #endif
-    };
-    CHECK(child("signal") == 0 && event.Wait(0) == Result::Signalled);
-    std::future<int> waiting = std::async(std::launch::async, child, "wait");
+    std::future<int> child = std::async(std::launch::async, [&command] { return std::system(command.c_str()); });
     std::this_thread::sleep_for(100ms);
-    event.Signal();
-    CHECK(waiting.get() == 0 && event.Wait(0) == Result::NotSignalled);
-}
+    shared.Signal();
+    CHECK(child.get() == 0 && shared.Wait(0) == Result::NotSignalled);
 
-void InterruptEndsAPendingWait()
-{
-    // Where another process may take an interrupt, a listener has to come back on its own.
-    CHECK(NamedEvent::kListenerWaitMilliseconds == 1 || !NamedEvent::kInterruptIsSignal);
+    // An interrupt ends a pending wait. Where it sets the event, and so another process may
+    // take it, a listener has to come back on its own; elsewhere no other user sees it.
     NamedEvent event(Name("interrupt"));
     NamedEvent other(Name("interrupt"));
-    std::future<Result> waiting = WaitOnAThread(event, 60000);
-    CHECK(waiting.wait_for(0s) == std::future_status::timeout);
+    std::future<Result> waiting = std::async(std::launch::async, [&event] { return event.Wait(60000); });
+    CHECK(waiting.wait_for(100ms) == std::future_status::timeout);
     event.Interrupt();
     CHECK(waiting.wait_for(std::chrono::milliseconds(kLongWait)) == std::future_status::ready);
-    // Where it sets the event, the waiter or another user takes it.
     if (NamedEvent::kInterruptIsSignal)
-        CHECK((waiting.get() == Result::Signalled) != (other.Wait(kShortWait) == Result::Signalled));
+        CHECK(NamedEvent::kListenerWaitMilliseconds == 1
+              && (waiting.get() == Result::Signalled) != (other.Wait(kShortWait) == Result::Signalled));
     else
         CHECK(waiting.get() == Result::NotSignalled && other.Wait(kShortWait) == Result::NotSignalled);
 
-#if !defined(_WIN32)
+#if defined(_WIN32)
+    NamedEvent failed("NoSuchNamespace\\x"); // a namespace that does not exist
+#else
     // A signal handler that runs in the waiting thread does not end the wait.
     struct sigaction action{};
     action.sa_handler = [](int) {};
     sigaction(SIGUSR1, &action, nullptr);
-    Result result = Result::Failed;
-    std::thread waiter([&] { result = event.Wait(kLongWait); });
+    Result handled = Result::Failed;
+    std::thread waiter([&] { handled = event.Wait(kLongWait); });
     std::this_thread::sleep_for(100ms);
     pthread_kill(waiter.native_handle(), SIGUSR1);
     std::this_thread::sleep_for(100ms);
     event.Signal();
     waiter.join();
-    CHECK(result == Result::Signalled);
-#endif
-}
+    CHECK(handled == Result::Signalled);
 
-void FailedCreationFailsSilently()
-{
-#if defined(_WIN32)
-    NamedEvent event("NoSuchNamespace\\x"); // a namespace that does not exist
-#else
     // Closed events give their descriptors back; without one to spare none opens.
-    const int freeBefore = dup(0);
-    close(freeBefore);
+    const auto lowestFree = [] { const int descriptor = dup(0); close(descriptor); return descriptor; };
+    const int before = lowestFree();
     NamedEvent(Name("descriptor")).Signal();
-    const int freeAfter = dup(0);
-    close(freeAfter);
-    CHECK(freeAfter == freeBefore);
+    CHECK(lowestFree() == before);
     rlimit saved{};
     getrlimit(RLIMIT_NOFILE, &saved);
-    rlimit none = saved;
-    none.rlim_cur = 0;
+    const rlimit none{0, saved.rlim_max};
     setrlimit(RLIMIT_NOFILE, &none);
-    NamedEvent event(Name("no_descriptor"));
+    NamedEvent failed(Name("no_descriptor"));
     setrlimit(RLIMIT_NOFILE, &saved);
 #endif
-    CHECK(!event.IsValid());
-    event.Signal();
-    event.Interrupt();
-    CHECK(event.Wait(kShortWait) == Result::Failed);
-}
-
-} // namespace
-
-int main(int argc, char** argv)
-{
-    if (argc == 3) {
-        NamedEvent event(argv[2]);
-        const bool signal = std::string(argv[1]) == "signal";
-        if (signal)
-            event.Signal();
-        return event.IsValid() && (signal || event.Wait(kLongWait) == Result::Signalled) ? 0 : 3;
-    }
-    SignalStaysSetUntilOneWaitTakesIt();
-    AnotherProcessSharesTheEvent(argv[0]);
-    InterruptEndsAPendingWait();
-    FailedCreationFailsSilently();
+    // An event the system cannot make fails quietly.
+    CHECK(!failed.IsValid());
+    failed.Signal();
+    failed.Interrupt();
+    CHECK(failed.Wait(kShortWait) == Result::Failed);
     return PlainTest::Summary("tst_named_event");
 }

@@ -13,7 +13,7 @@ class TestDisplayWatcher : public QObject
 private Q_SLOTS:
     void burstsGiveOneSignalASecondAfterTheirFirst_data()
     {
-        QTest::addColumn<unsigned int>("message"); // 0: a window manager publishes a new work area instead
+        QTest::addColumn<unsigned int>("message"); // 0: a window manager publishes a new work area
         QTest::newRow("display change") << kWmDisplayChange;
         QTest::newRow("setting change") << kWmSettingChange;
         QTest::newRow("work area") << 0u;

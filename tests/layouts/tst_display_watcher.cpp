@@ -28,15 +28,13 @@ private Q_SLOTS:
             WindowsMessageHeader header{nullptr, id};
             QVERIFY(!watcher.nativeEventFilter(type, &header, nullptr)); // never consumed
         };
-        int height = 900;
-        const auto change = [&] {
+        auto change = [&, height = 900]() mutable {
             if (message)
                 return feed("windows_generic_MSG", message);
             QCOMPARE(QProcess::execute("xprop", {"-root", "-f", "_NET_WORKAREA", "32c", "-set", "_NET_WORKAREA",
                                                  QStringLiteral("0, 0, 1000, %1").arg(--height)}), 0);
         };
-        // Messages of another platform or kind, or none at all, do not count: half a second
-        // later they would have made the signal come early.
+        // Messages of other platforms or kinds, or none, do not count (or the signal would come early).
         feed("xcb_generic_event_t", kWmDisplayChange);
         feed("windows_generic_MSG", 0x0010); // WM_CLOSE
         QVERIFY(!watcher.nativeEventFilter("windows_generic_MSG", nullptr, nullptr));

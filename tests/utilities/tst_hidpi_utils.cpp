@@ -1,6 +1,5 @@
-// Scaling and back-end choices are process-wide and come before the application object,
-// so those cases run this executable again as a probe, on an X server of a chosen size
-// and DPI (see with_xvfb.sh) or on none, and compare what it prints.
+// Scaling and back-end choices are process-wide and come before the application object: a
+// probe (this executable run again, on an X server of its own or none) prints what they did.
 
 #include <qt_halvo/styles/style_sheet.h>
 #include <qt_halvo/styles/style_sheet_p.h>

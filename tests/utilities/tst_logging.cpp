@@ -1,10 +1,11 @@
-// The library's logging: its lines and their call-site tags in this process, which logs
-// through the capture library, and the choice of the logging library with its fallbacks
-// in log_probe processes, whose threads all start logging at once.
+// The library's logging: lines and call-site tags in this process (through the capture
+// library), and the choice of a logging library in log_probe processes of eight threads.
 
 #include <qt_halvo/utilities/logging_p.h>
 
 #include "test_support.h"
+
+#include <dlfcn.h>
 
 using namespace OrvantaQT::Logging;
 
@@ -57,9 +58,10 @@ private Q_SLOTS:
     {
         const LogSink sink = ChooseLogSink({kBrokenLibrary.toStdString()}, nullptr);
         QCOMPARE(QString::fromStdString(sink.origin), QStringLiteral("Qt's message handler"));
+        QVERIFY2(!dlopen(QT_HALVO_BROKEN_LOGGING_LIBRARY, RTLD_NOW | RTLD_NOLOAD), "an unusable library stays loaded");
         char tag[64];
         QLoggingCategory::setFilterRules(QStringLiteral("default.debug=true"));
-        const std::pair<int, QtMsgType> types[] = {{Information, QtInfoMsg}, {Warning, QtWarningMsg}, {Error, QtCriticalMsg}, {1, QtDebugMsg}};
+        const std::pair<int, QtMsgType> types[] = {{2, QtInfoMsg}, {3, QtWarningMsg}, {4, QtCriticalMsg}, {1, QtDebugMsg}};
         for (const auto& [level, type] : types) {
             QTest::ignoreMessage(type, "[qt_halvo\\a:12 OrvantaQT::f] value 42 of 7");
             sink.logWithTag(level, sink.buildLineTag(tag, sizeof tag, "qt_halvo\\a", "OrvantaQT::f", 12), "value %d of %s", 42, "7");
@@ -79,8 +81,7 @@ private Q_SLOTS:
             << QStringList{"WARNING [qt_halvo_logging] cannot open the log file \"<dir>/missing/host.log\" (*); logging to stderr only",
                            "WARNING " + cannot + kBrokenLibrary + ": it does not export Logging_BuildLineTag and Logging_LogWithTag",
                            through};
-        // qt_halvo and the probe in <dir>, without the default library: Qt's message handler
-        // writes the lines, without a level.
+        // qt_halvo and the probe in <dir>, with no default library: Qt writes lines without a level.
         QTest::newRow("no library") << "/nonexistent/liblogger.so"
                                     << QStringList{cannot + "/nonexistent/liblogger.so: *", cannot + "<dir>/" + kFileName + ": *",
                                                    cannot + kFileName + ": *", site + "Logging through Qt's message handler"};

@@ -36,12 +36,10 @@ int main([[maybe_unused]] int argc, [[maybe_unused]] char** argv)
     DisplayInfo two = At(144, {{1920, 1080, 1920, 1040, 96}, small});
     CHECK(DescribeDisplayInfo(two) == "DPI: 144, scaling: 150%. Monitors: Resolution: 1920x1080, work area: 1920x1040, "
                                       "physical DPI: 96.Resolution: 1280x1024, work area: 1280x984, physical DPI: 0.");
-    CHECK(PrimaryMonitor(two) == nullptr);
     two.monitors[1].primary = true;
     CHECK(PrimaryMonitor(two) == &two.monitors[1]);
 
-    // The factor ChooseScaling sets, or 0 for the system's own scaling; at 100 %, 1.0 says
-    // that the console does not fit at all.
+    // The factor ChooseScaling sets, 0 for the system's own; at 100 %, 1.0 says it does not fit at all.
     DisplayInfo invalid = At(192, {small});
     invalid.valid = false;
     CHECK(ConsoleFits(invalid, {5000, 5000}, 2.0));

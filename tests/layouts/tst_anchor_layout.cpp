@@ -5,10 +5,7 @@
 using OrvantaQT::AnchorLayout;
 
 // l, c, r: left, centre, right; t, m, b: top, middle, bottom.
-static Qt::AnchorPoint Point(QChar letter)
-{
-    return Qt::AnchorPoint(QStringLiteral("lcrtmb").indexOf(letter));
-}
+static Qt::AnchorPoint Point(QChar letter) { return Qt::AnchorPoint(QStringLiteral("lcrtmb").indexOf(letter)); }
 
 // As a window manager would publish it.
 static bool SetWorkArea(const QRect& area)
@@ -26,8 +23,7 @@ class TestAnchorLayout : public QObject
     QWidget* m_widget = nullptr;
 
 private Q_SLOTS:
-    // A 400 x 300 window with a target at (50, 40) 101 x 61, odd sizes to tell the rounding of
-    // centre lines apart, and a 30 x 20 widget at the origin; shown, for hidden widgets report no moves.
+    // Shown, for hidden widgets report no moves; the target's odd sizes tell centre lines' rounding apart.
     void init()
     {
         m_window.reset(new QWidget);
@@ -82,17 +78,12 @@ private Q_SLOTS:
         QCOMPARE(m_widget->geometry(), QRect(0, 0, 400, 61));
         const LogCapture::Mark mark;
         AnchorLayout::AddAnchor(nullptr, Qt::AnchorTop, m_widget, Qt::AnchorTop);
-        AnchorLayout::AddAnchors(m_window.get(), nullptr, Qt::Vertical);
-        QCOMPARE(mark.Since().size(), 2);
+        QCOMPARE(mark.Since().size(), 1);
         m_widget->move(7, 7);
         QCOMPARE(m_widget->pos(), QPoint(0, 0));
-        AnchorLayout::RemoveAllDesktopAnchors(m_widget);
-        m_widget->move(7, 7);
-        QCOMPARE(m_widget->pos(), QPoint(7, 7));
     }
 
-    // In the bottom-right corner of the work area, 16 px in, when the work area changes too,
-    // until the anchors go with their stand-in for the screen.
+    // In the bottom-right corner of the work area, 16 px in, as the work area changes, until the anchors go.
     void windowFollowsTheWorkArea()
     {
         QWidget toast;

@@ -30,7 +30,6 @@ private Q_SLOTS:
         auto* shade = new QWidget;
         auto* lightbox = new LightboxController(content, &background, QColor(10, 20, 30, 128), hideShade);
         QVERIFY(TestSupport::ShowAndWait(&background));
-        lightbox->Activate(shade, false, LightboxController::Blur); // an earlier activation leaves nothing behind
         lightbox->Activate(shade, animated, LightboxController::Effect(effect));
         QCOMPARE(content->pos(), QPoint(300, 225)); // at 0.45 of the free height
         QCOMPARE(shade->geometry(), QRect(0, 0, 800, 600));

@@ -35,7 +35,7 @@ private Q_SLOTS:
         QCOMPARE(overlay->pos(), QPoint(0, 0)); // hidden, it is left alone until it shows
         overlay->show();
         QCOMPARE(overlay->geometry(), shown);
-        QCOMPARE(window.childAt(shown.topLeft()), overlay);
+        QCOMPARE(window.childAt(shown.topLeft()), overlay); // over the container
         container->resize(200, 100);
         anchor->move(10, 15);
         QTRY_COMPARE(overlay->geometry(), placed);

@@ -7,7 +7,6 @@ using OrvantaQT::AnchorLayout;
 // l, c, r: left, centre, right; t, m, b: top, middle, bottom.
 static Qt::AnchorPoint Point(QChar letter) { return Qt::AnchorPoint(QStringLiteral("lcrtmb").indexOf(letter)); }
 
-// As a window manager would publish it.
 static bool SetWorkArea(const QRect& area)
 {
     const QString value = QStringLiteral("%1, %2, %3, %4").arg(area.x()).arg(area.y()).arg(area.width()).arg(area.height());
@@ -23,7 +22,6 @@ class TestAnchorLayout : public QObject
     QWidget* m_widget = nullptr;
 
 private Q_SLOTS:
-    // Shown, for hidden widgets report no moves; the target's odd sizes tell centre lines' rounding apart.
     void init()
     {
         m_window.reset(new QWidget);
@@ -32,13 +30,13 @@ private Q_SLOTS:
         m_target->setGeometry(50, 40, 101, 61);
         m_widget = new QWidget(m_window.get());
         m_widget->setGeometry(0, 0, 30, 20);
-        QVERIFY(TestSupport::ShowAndWait(m_window.get()));
+        QVERIFY(TestSupport::ShowAndWait(m_window.get())); // hidden widgets report no moves
     }
 
     void anchorsPlaceAndFollow_data()
     {
         QTest::addColumn<QString>("anchors"); // own point, then the target's
-        QTest::addColumn<QRect>("placed");    // margins 10, 5, 7, 3; the target's edges 50, 150, 40, 100, centres 100, 70
+        QTest::addColumn<QRect>("placed");    // margins 10, 5, 7, 3; the target (odd, for the centres): 50, 150, 40, 100; 100, 70
         QTest::addColumn<QRect>("followed");  // the target at (20, 24) 121 x 71: 20, 140, 24, 94; 80, 59
         QTest::newRow("left to right") << "lr" << QRect(160, 0, 30, 20) << QRect(150, 0, 30, 20);
         QTest::newRow("right to left") << "rl" << QRect(14, 0, 30, 20) << QRect(-16, 0, 30, 20);
@@ -46,7 +44,6 @@ private Q_SLOTS:
         QTest::newRow("bottom to top") << "bt" << QRect(0, 18, 30, 20) << QRect(0, 2, 30, 20);
         QTest::newRow("centre to centre") << "cc" << QRect(85, 0, 30, 20) << QRect(65, 0, 30, 20);
         QTest::newRow("middle to middle") << "mm" << QRect(0, 60, 30, 20) << QRect(0, 49, 30, 20);
-        QTest::newRow("top to left: across, nothing") << "tl" << QRect(0, 0, 30, 20) << QRect(0, 0, 30, 20);
         // Opposite edges stretch; the first of them alone moved the widget.
         QTest::newRow("left and right") << "ll rr" << QRect(60, 0, 84, 20) << QRect(30, 0, 104, 20);
         QTest::newRow("top and bottom") << "tt bb" << QRect(0, 45, 30, 53) << QRect(0, 29, 30, 63);
@@ -65,17 +62,15 @@ private Q_SLOTS:
         QCOMPARE(m_widget->geometry(), followed);
     }
 
-    void keptToItsAnchorsUntilTheyGo()
+    void keptToItsAnchors()
     {
         AnchorLayout::AddAnchors(m_target, m_widget, Qt::Horizontal);
         AnchorLayout::AddAnchors(m_target, m_widget, Qt::Vertical);
         m_widget->setGeometry(300, 200, 60, 40); // by someone else: back to the anchors
         QCOMPARE(m_widget->geometry(), QRect(50, 40, 101, 61));
-        // The right edge now goes with the window's; a null target removes the bottom anchor.
-        AnchorLayout::AddAnchor(m_window.get(), Qt::AnchorRight, m_widget, Qt::AnchorRight);
-        m_widget->findChild<OrvantaQT::AnchorController*>()->SetAnchor(nullptr, Qt::AnchorBottom, Qt::AnchorBottom);
+        AnchorLayout::AddAnchor(m_window.get(), Qt::AnchorRight, m_widget, Qt::AnchorRight); // instead of the target's
         m_target->setGeometry(0, 0, 51, 41);
-        QCOMPARE(m_widget->geometry(), QRect(0, 0, 400, 61));
+        QCOMPARE(m_widget->geometry(), QRect(0, 0, 400, 41));
         const LogCapture::Mark mark;
         AnchorLayout::AddAnchor(nullptr, Qt::AnchorTop, m_widget, Qt::AnchorTop);
         QCOMPARE(mark.Since().size(), 1);
@@ -91,7 +86,6 @@ private Q_SLOTS:
         AnchorLayout::SetDesktopPrimaryScreenAnchor(Qt::AlignRight | Qt::AlignBottom, &toast, QMargins(16, 16, 16, 16));
         QVERIFY(TestSupport::ShowAndWait(&toast));
         const QRect screen = QGuiApplication::primaryScreen()->geometry();
-        QTRY_COMPARE(toast.frameGeometry().bottomRight(), screen.bottomRight() - QPoint(16, 16));
         const QRect smaller(40, 30, screen.width() - 140, screen.height() - 80);
         QVERIFY(SetWorkArea(smaller));
         QTRY_COMPARE_WITH_TIMEOUT(toast.frameGeometry(), QRect(smaller.bottomRight() - QPoint(215, 95), QSize(200, 80)), 10000);

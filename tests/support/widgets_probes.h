@@ -13,14 +13,13 @@ inline QFont TestFont(int pixelSize = 13)
     return font;
 }
 
-// The bounds of the pixels in area (by default everywhere) where the pictures differ.
+// The bounds of the pixels in area where the pictures differ.
 inline QRect Changed(const QImage& a, const QImage& b, const QRect& area = QRect(0, 0, 9999, 9999))
 {
     QRect changed;
-    for (int y = area.top(); y <= std::min(area.bottom(), a.height() - 1); ++y) {
+    for (int y = area.top(); y <= std::min(area.bottom(), a.height() - 1); ++y)
         for (int x = area.left(); x <= std::min(area.right(), a.width() - 1); ++x)
             changed |= a.pixel(x, y) != b.pixel(x, y) ? QRect(x, y, 1, 1) : QRect();
-    }
     return changed;
 }
 

@@ -50,6 +50,7 @@ private Q_SLOTS:
         QTest::mouseClick(w.edit, Qt::LeftButton, {}, QPoint(150, 15)); // focused already
         QTest::keyClicks(w.edit, QStringLiteral("x"));
         w.edit->ShowButton();
+        QVERIFY(w.Find(QStringLiteral("Button"))->isVisible());
         QTest::mouseClick(w.Find(QStringLiteral("Button")), Qt::LeftButton);
         QTest::keyClick(w.edit, Qt::Key_Return);
         w.log.Note(QStringLiteral("tab"));
@@ -60,49 +61,39 @@ private Q_SLOTS:
                                                   "StartEditText() ButtonClicked() tab StartEditText()"));
     }
 
-    // The left control and the override cursor at each stop of the mouse (away from the edit
-    // at "rest", on its text at "field"). The cursors must end balanced.
-    void leftControlAndCursorFollowTheMouse_data()
-    {
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<QString>("route");
-        QTest::addColumn<QString>("seen"); // "page cursor" at each stop
-        QTest::newRow("none") << 0 << "rest" << " none";
-        QTest::newRow("unknown mode") << 7 << "rest" << " none";
-        QTest::newRow("button") << 3 << "ButtonContainer ComboBox rest" << "Button hand,Button arrow,Button none";
-        // The animation turns into the button under the mouse; the label changes nothing.
-        QTest::newRow("animation") << 2 << "ComboBox field ButtonContainer field rest"
-                                   << "AnimationLabel arrow,AnimationLabel none,Button hand,AnimationLabel none,AnimationLabel none";
-        QTest::newRow("label") << 1 << "ButtonContainer ComboBox ButtonContainer rest"
-                               << "StaticLabel none,StaticLabel arrow,StaticLabel none,StaticLabel none";
-    }
-
+    // The left control and the override cursor at each stop of the mouse ("rest" is away
+    // from the edit, "field" on its text): the animation turns into the button under the
+    // mouse, the label changes nothing. The cursors must end balanced.
     void leftControlAndCursorFollowTheMouse()
     {
-        QFETCH(int, mode);
-        QFETCH(QString, route);
-        QFETCH(QString, seen);
         Window w;
         QVERIFY(QTest::qWaitForWindowActive(&w));
-        w.edit->setLeftControlMode(mode);
         const auto now = [&w] {
             const QCursor* cursor = QGuiApplication::overrideCursor();
             return w.Find<QStackedWidget>()->currentWidget()->objectName() + QLatin1Char(' ')
                 + (!cursor ? "none" : cursor->shape() == Qt::ArrowCursor ? "arrow" : "hand");
         };
-        const QStringList stops = route.split(QLatin1Char(' '));
-        for (int i = 0; i < stops.size(); ++i) {
-            if (QWidget* part = w.Find(stops.at(i)))
-                QTest::mouseMove(part, part->rect().center());
-            else
-                QTest::mouseMove(&w, stops.at(i) == QLatin1String("rest") ? QPoint(390, 110) : QPoint(160, 25));
-            QTRY_COMPARE(now(), seen.split(QLatin1Char(',')).at(i));
+        for (const auto& [mode, route, seen] : {
+                 std::tuple(7, "rest", " none"),
+                 std::tuple(3, "ButtonContainer ComboBox rest", "Button hand,Button arrow,Button none"),
+                 std::tuple(2, "ComboBox field ButtonContainer field rest",
+                            "AnimationLabel arrow,AnimationLabel none,Button hand,AnimationLabel none,AnimationLabel none"),
+                 std::tuple(1, "ButtonContainer ComboBox ButtonContainer rest",
+                            "StaticLabel none,StaticLabel arrow,StaticLabel none,StaticLabel none")}) {
+            w.edit->setLeftControlMode(mode);
+            const QStringList stops = QString::fromLatin1(route).split(QLatin1Char(' '));
+            for (int i = 0; i < stops.size(); ++i) {
+                if (QWidget* part = w.Find(stops.at(i)))
+                    QTest::mouseMove(part, part->rect().center());
+                else
+                    QTest::mouseMove(&w, stops.at(i) == QLatin1String("rest") ? QPoint(390, 110) : QPoint(160, 25));
+                QTRY_COMPARE(now(), QString::fromLatin1(seen).split(QLatin1Char(',')).at(i));
+            }
         }
     }
 
-    // The left control at the left end and the combo box at the right end, as wide as they
-    // ask; the combo box draws its text right-aligned clear of the arrow, with the ending.
-    // Style sheets and screen readers find the parts by name.
+    // The left control at the left end and the combo box at the right end, as wide as they ask;
+    // the combo box draws its text right-aligned, clear of the arrow.
     void partsAndComboBox()
     {
         Window w;
@@ -111,11 +102,9 @@ private Q_SLOTS:
         auto* combo = w.Find<OrvantaQT::RightAlignComboBox>(QStringLiteral("ComboBox"));
         QCOMPARE(left->geometry(), QRect(0, 0, left->sizeHint().width(), 30));
         QCOMPARE(combo->geometry(), QRect(300 - combo->sizeHint().width(), 0, combo->sizeHint().width(), 30));
-        const QImage first = TestSupport::Render(combo);
-        w.edit->SetComboBoxConstEnding(QStringLiteral(".org"));
-        QVERIFY(TestSupport::Render(combo) != first);
+        const QImage drawn = TestSupport::Render(combo);
         w.edit->ResetComboBoxSelection();
-        const QRect text = WidgetsProbes::Changed(first, TestSupport::Render(combo));
+        const QRect text = WidgetsProbes::Changed(drawn, TestSupport::Render(combo)); // the current item's
         QVERIFY(text.left() >= combo->ArrowWidth() && text.right() < combo->width() - combo->ArrowWidth());
         QCOMPARE(combo->itemData(1, Qt::TextAlignmentRole).toInt(), int(Qt::AlignRight | Qt::AlignVCenter));
         // At -1 and past the end the combo box chooses as it would; below -1 nothing.
@@ -123,10 +112,6 @@ private Q_SLOTS:
             w.edit->FillComboBox({QStringLiteral("a"), QStringLiteral("b")}, index);
             QCOMPARE(w.edit->ComboBoxCurrentIndex(), current);
         }
-        for (const char* name : {"ButtonContainer", "StaticLabel", "AnimationLabel", "Button", "ComboBox"})
-            QCOMPARE(w.Find(QLatin1String(name))->accessibleName(), QStringLiteral("CustomLineEdit_") + QLatin1String(name));
-        QCOMPARE(w.Find<QStackedWidget>()->accessibleName(), QStringLiteral("CustomLineEdit_StackedWidget"));
-        QVERIFY(w.Find(QStringLiteral("AnimationLabel"))->property("PreloaderAnimation16").toBool());
     }
 };
 

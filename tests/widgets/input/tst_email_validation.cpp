@@ -24,14 +24,11 @@ private Q_SLOTS:
         add("a%1b@example.org", {0x21, 0x2b, 0x39, 0x3d, 0x3f, 0x40, 0x5c, 0x5e, 0x7f, 0xe9}, true);
         add("ab@exa%1mple", {0x09, 0x20, 0x27, 0x2c, 0x3b, 0x3f, 0x2028}, false);
         add("ab@exa%1mple", {0x28, 0x2b, 0x2e, 0x3a, 0x40, 0x41, 0x5b, 0x7e, 0xfc}, true);
-        QTest::newRow("address literal") << "user@[192.168.0.1]" << true << true;
-        QTest::newRow("no local part") << "@example.org" << false << false;
-        QTest::newRow("no domain") << "user@" << false << false;
         // Lists separate their addresses by commas or semicolons, with spaces around them.
+        QTest::newRow("address literal") << "user@[192.168.0.1]" << true << true;
         QTest::newRow("list") << "  a@example.org ; b@example.org,c@x  " << false << true;
-        QTest::newRow("list: two separators in a row") << "a@example.org,,b@example.org" << false << false;
-        QTest::newRow("list: white space only between") << "a@example.org b@example.org" << false << false;
-        QTest::newRow("list: trailing separator") << "a@example.org;" << false << false;
+        for (const char* text : {"@example.org", "user@", "a@example.org,,b@example.org", "a@b.org c@d.org", "a@b.org;"})
+            QTest::newRow(text) << text << false << false;
     }
 
     void validators()
@@ -44,12 +41,10 @@ private Q_SLOTS:
     // Folded to lower case; what cannot be converted comes back as it was.
     void aceConversions()
     {
-        QCOMPARE(ConvertToAce(QStringLiteral("BÜCHER.de")), QStringLiteral("xn--bcher-kva.de"));
-        QCOMPARE(ConvertFromAce("xn--bcher-kva.de"), QStringLiteral("bücher.de"));
-        for (const char* text : {"", "example.org", "xn--not valid!"}) {
-            QCOMPARE(ConvertToAce(QString::fromLatin1(text)), QString::fromLatin1(text));
-            QCOMPARE(ConvertFromAce(text), QString::fromLatin1(text));
-        }
+        QCOMPARE(ConvertFromAce(ConvertToAce(QStringLiteral("BÜCHER.de")).toLatin1()), QStringLiteral("bücher.de"));
+        QCOMPARE(ConvertToAce(QStringLiteral("bücher.de")), QStringLiteral("xn--bcher-kva.de"));
+        for (const QString& text : QStringList{"", "example.org", "xn--not valid!"})
+            QCOMPARE(ConvertToAce(text) + ConvertFromAce(text.toLatin1()), text + text);
     }
 };
 

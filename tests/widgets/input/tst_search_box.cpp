@@ -31,8 +31,8 @@ class TestSearchBox : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // Once only. Deleting everything resets at once and the search the deletions started never
-    // comes. While a search is on, the button is a cross that clears the text (resetting too).
+    // Once; deleting everything resets at once and stops the search the deletions started.
+    // While a search is on, the button is a cross that clears the text (resetting as well).
     void typingSearchesASecondAfterTheLastKey()
     {
         Dialog d(false);
@@ -41,18 +41,17 @@ private Q_SLOTS:
         QElapsedTimer sinceLastKey;
         sinceLastKey.start();
         QTRY_COMPARE_WITH_TIMEOUT(d.log.lines, Words("searchStarted()"), 5000);
-        QVERIFY2(sinceLastKey.elapsed() >= 950, qPrintable(QString::number(sinceLastKey.elapsed())));
+        QVERIFY(sinceLastKey.elapsed() >= 950);
         QTest::qWait(1200);
         for (int i = 0; i < 3; ++i)
             QTest::keyClick(d.box, Qt::Key_Backspace);
-        d.log.Note(QStringLiteral("deleted"));
         QTest::qWait(1200);
         QTest::keyClicks(d.box, QStringLiteral("query"));
-        QTRY_VERIFY_WITH_TIMEOUT(d.log.lines.size() == 4, 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(d.log.lines.size() == 3, 5000);
         d.Click(10);
         d.Click(10); // no button any more
         QCOMPARE(d.box->text(), QString());
-        QCOMPARE(d.log.Take(), Words("searchStarted() resetSearch() deleted searchStarted() resetSearch() resetSearch()"));
+        QCOMPARE(d.log.Take(), Words("searchStarted() resetSearch() searchStarted() resetSearch() resetSearch()"));
     }
 
     // Return searches and stays in the box; Escape still closes the dialog.
@@ -73,55 +72,49 @@ private Q_SLOTS:
         QTRY_VERIFY(!d.isVisible());
     }
 
-    // From the right end: the history button (18 wide) if shown, the search button (25).
-    void buttonsUnderTheMouse_data()
-    {
-        QTest::addColumn<bool>("history");
-        QTest::addColumn<int>("fromRight");
-        QTest::addColumn<int>("state");
-        QTest::newRow("history, left end") << true << 18 << int(SearchBox::HistoryHovered);
-        QTest::newRow("search, right end") << true << 19 << int(SearchBox::SearchHovered);
-        QTest::newRow("search, left end") << true << 42 << int(SearchBox::SearchHovered);
-        QTest::newRow("text beside both") << true << 43 << int(SearchBox::NoButton);
-        QTest::newRow("search alone, right end") << false << 2 << int(SearchBox::SearchHovered);
-        QTest::newRow("text beside search") << false << 26 << int(SearchBox::NoButton);
-    }
-
+    // From the right end: the history button (18 wide) if shown, the search button (25), the
+    // text. Hovered buttons take the arrow cursor, and are hovered again after a click.
     void buttonsUnderTheMouse()
     {
-        QFETCH(bool, history);
-        QFETCH(int, fromRight);
-        QFETCH(int, state);
-        Dialog d(true, history);
+        Dialog d(true, true);
         QVERIFY(QTest::qWaitForWindowActive(&d));
-        QTest::mouseMove(d.box, QPoint(220 - fromRight, 13));
-        QTRY_COMPARE(d.box->State(), state);
-        QCOMPARE(d.box->cursor().shape(), state == SearchBox::NoButton ? Qt::IBeamCursor : Qt::ArrowCursor);
-        d.Click(fromRight);
-        QCOMPARE(d.log.Take(), Words(QList<const char*>{"", "searchStarted()", "", "historyBrowse()"}.at(state)));
-        QCOMPARE(d.box->State(), state); // hovered again once released
-        QTest::mouseMove(d.box, QPoint(20, 13));
-        QTRY_COMPARE(d.box->State(), int(SearchBox::NoButton));
+        for (const auto& [history, fromRight, state] : {std::tuple(true, 18, SearchBox::HistoryHovered),
+                 std::tuple(true, 19, SearchBox::SearchHovered), std::tuple(true, 42, SearchBox::SearchHovered),
+                 std::tuple(true, 43, SearchBox::NoButton), std::tuple(false, 2, SearchBox::SearchHovered),
+                 std::tuple(false, 26, SearchBox::NoButton)}) {
+            d.box->SetShowHistoryButton(history);
+            d.box->SetCancelMode(false);
+            QTest::mouseMove(d.box, QPoint(220 - fromRight, 13));
+            QTRY_COMPARE(d.box->State(), int(state));
+            QCOMPARE(d.box->cursor().shape(), state == SearchBox::NoButton ? Qt::IBeamCursor : Qt::ArrowCursor);
+            d.Click(fromRight);
+            QCOMPARE(d.log.Take(), Words(QList<const char*>{"", "searchStarted()", "", "historyBrowse()"}.at(state)));
+            QCOMPARE(d.box->State(), int(state));
+            QTest::mouseMove(d.box, QPoint(20, 13));
+            QTRY_COMPARE(d.box->State(), int(SearchBox::NoButton));
+        }
     }
 
-    // The cue shows while the box is empty and unfocused, short of the history button. The
-    // icons are in the middle of their buttons, a pixel right (the arrow two up); the buttons
-    // themselves show only under the mouse.
+    // The cue shows while the box is empty and unfocused, short of the button. The icons are
+    // in the middle of their buttons, a pixel right (the arrow two up); the buttons themselves
+    // show only under the mouse.
     void cueTextAndIcons()
     {
         Dialog d(false, true);
         QVERIFY(QTest::qWaitForWindowActive(&d));
         d.ok->setFocus();
-        const QImage plain = TestSupport::Render(d.box);
-        QImage drawn = plain;
+        const QImage icons = TestSupport::Render(d.box);
+        QImage drawn = icons;
         QPainter painter(&drawn);
-        for (const auto& icon : {std::pair(QPoint(185, 7), "magnifier"), std::pair(QPoint(207, 8), "arrow")}) {
-            const QImage image(QStringLiteral(":/search_box_image_%1.png").arg(QLatin1String(icon.second)));
-            painter.fillRect(QRect(icon.first, image.size()), plain.pixel(150, 13));
-            painter.drawImage(icon.first, image);
+        for (const auto& [at, icon] : {std::pair(QPoint(185, 7), "magnifier"), std::pair(QPoint(207, 8), "arrow")}) {
+            const QImage image(QStringLiteral(":/search_box_image_%1.png").arg(QLatin1String(icon)));
+            painter.fillRect(QRect(at, image.size()), icons.pixel(150, 13));
+            painter.drawImage(at, image);
         }
         painter.end();
-        QCOMPARE(WidgetsProbes::Changed(plain, drawn), QRect());
+        QCOMPARE(WidgetsProbes::Changed(icons, drawn), QRect());
+        d.box->SetShowHistoryButton(false);
+        const QImage plain = TestSupport::Render(d.box);
         d.box->SetCueText(QStringLiteral("Search in all the folders and all the files of this computer"));
         const QImage cued = TestSupport::Render(d.box);
         const QRect cue = WidgetsProbes::Changed(plain, cued);

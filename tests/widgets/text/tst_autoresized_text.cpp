@@ -2,18 +2,7 @@
 
 #include "widgets_probes.h"
 
-// Shown, so that resizes arrive at once, but not mapped on the screen.
-struct Label : OrvantaQT::AutoresizedText
-{
-    Label()
-    {
-        setFont(WidgetsProbes::TestFont());
-        setContentsMargins(0, 0, 0, 0);
-        setAttribute(Qt::WA_DontShowOnScreen);
-        show();
-    }
-    QString Shown() const { return QLabel::text(); }
-};
+using TestSupport::Words;
 
 class TestAutoresizedText : public QObject
 {
@@ -23,85 +12,78 @@ class TestAutoresizedText : public QObject
     const QString m_middle = QStringLiteral("Synchronising");
     const QString m_short = QStringLiteral("Sync");
     const QString m_lines = QStringLiteral("first line\r\nsecond");
+    const QString m_broken = QStringLiteral("first line<br>second");
+    std::unique_ptr<OrvantaQT::AutoresizedText> m_label;
+
     static int Width(const QString& text, int size = 13) { return QFontMetrics(WidgetsProbes::TestFont(size)).horizontalAdvance(text); }
+    // Resized to width; what it shows, then its tip.
+    QStringList At(int width)
+    {
+        m_label->resize(width, 30);
+        return {m_label->QLabel::text(), m_label->toolTip()};
+    }
 
 private Q_SLOTS:
-    // The widest phrasing that fits (the others must be narrower than the room), else the
-    // narrowest without a tip; or the text, each line elided. The tip is what did not fit;
-    // without eliding there is none.
-    void shownTextAndTip_data()
+    // Shown, so that resizes arrive at once, but not on the screen.
+    void init()
     {
-        QTest::addColumn<QStringList>("strings");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("elide");
-        QTest::addColumn<int>("width");
-        QTest::addColumn<QString>("shown");
-        QTest::addColumn<QString>("tip");
-        const QStringList three{m_middle, m_long, m_short};
-        QTest::newRow("exactly the longest") << three << "" << true << Width(m_long) << m_long << "";
-        QTest::newRow("below the longest") << three << "" << true << Width(m_long) - 1 << m_middle << m_long;
-        QTest::newRow("exactly the middle") << three << "" << true << Width(m_middle) << m_short << m_long;
-        QTest::newRow("above the shortest") << three << "" << true << Width(m_short) + 1 << m_short << m_long;
-        QTest::newRow("exactly the shortest") << three << "" << true << Width(m_short) << m_short << "";
-        const QFontMetrics metrics(WidgetsProbes::TestFont());
-        const QString elided = metrics.elidedText(QStringLiteral("first line"), Qt::ElideRight, 40) + "<br>"
-            + metrics.elidedText(QStringLiteral("second"), Qt::ElideRight, 40);
-        QTest::newRow("each line elided") << QStringList() << m_lines << true << 40 << elided << m_lines;
-        QTest::newRow("fits exactly") << QStringList() << m_long << true << Width(m_long) << m_long << "";
-        QTest::newRow("no eliding, room") << QStringList() << m_lines << false << 300 << m_lines << "";
-        QTest::newRow("no eliding, narrow") << QStringList() << m_lines << false << 40 << "first line<br>second" << "";
+        m_label.reset(new OrvantaQT::AutoresizedText);
+        m_label->setFont(WidgetsProbes::TestFont());
+        m_label->setContentsMargins(0, 0, 0, 0);
+        m_label->setAttribute(Qt::WA_DontShowOnScreen);
+        m_label->show();
     }
 
-    void shownTextAndTip()
+    // The widest phrasing that fits, the others only when narrower than the room, else the
+    // narrowest without a tip; measured again in a new font. The tip is the widest.
+    void phrasings()
     {
-        QFETCH(QStringList, strings);
-        QFETCH(QString, text);
-        QFETCH(bool, elide);
-        QFETCH(int, width);
-        Label l;
-        l.setElideMode(elide ? Qt::ElideRight : Qt::ElideNone);
-        l.setText(text);
-        l.setStrings(strings);
-        l.resize(width, 30);
-        QTEST(l.Shown(), "shown");
-        QTEST(l.toolTip(), "tip");
+        m_label->resize(Width(m_long) - 1, 30);
+        m_label->setStrings({m_middle, m_long, m_short});
+        QCOMPARE(At(Width(m_long) - 1), (QStringList{m_middle, m_long}));
+        QCOMPARE(At(Width(m_long)), (QStringList{m_long, QString()}));
+        QCOMPARE(At(Width(m_middle)), (QStringList{m_short, m_long}));
+        QCOMPARE(At(Width(m_short) + 1), (QStringList{m_short, m_long}));
+        QCOMPARE(At(Width(m_short)), (QStringList{m_short, QString()}));
+        QCOMPARE(m_label->minimumSizeHint().width(), Width(m_short));
+        QCOMPARE(m_label->sizeHint().width(), Width(m_long));
+        m_label->setFont(WidgetsProbes::TestFont(26));
+        QCOMPARE(At(Width(m_middle) + 1), (QStringList{m_short, m_long}));
+        QCOMPARE(m_label->sizeHint().width(), Width(m_long, 26));
     }
 
-    // Each change shows at once; the phrasings are measured again in a new font.
-    void changesApplyAtOnce()
+    // Each line elided, the text the tip unless shown as it is; without eliding no tip.
+    void textElidedLineByLine()
     {
-        Label l;
-        l.resize(Width(m_middle) + 1, 30);
-        l.setStrings({m_middle, m_long, m_short});
-        QCOMPARE(l.Shown(), m_middle);
-        QCOMPARE(l.minimumSizeHint().width(), Width(m_short));
-        QCOMPARE(l.sizeHint().width(), Width(m_long));
-        l.setFont(WidgetsProbes::TestFont(26));
-        QCOMPARE(l.Shown(), m_short);
-        QCOMPARE(l.sizeHint().width(), Width(m_long, 26));
-        l.setStrings({});
-        l.setText(m_lines);
-        QCOMPARE(l.toolTip(), m_lines);
-        QCOMPARE(l.minimumSizeHint().width(), Width(QStringLiteral("..."), 26));
-        l.setElideMode(Qt::ElideNone);
-        QCOMPARE(l.Shown(), QStringLiteral("first line<br>second"));
+        m_label->resize(40, 30);
+        m_label->setText(m_lines);
+        const QFontMetrics metrics(m_label->font());
+        const QString first = metrics.elidedText(QStringLiteral("first line"), Qt::ElideRight, 40);
+        QCOMPARE(At(40), (QStringList{first + "<br>" + metrics.elidedText(QStringLiteral("second"), Qt::ElideRight, 40), m_lines}));
+        QCOMPARE(m_label->minimumSizeHint().width(), Width(QStringLiteral("...")));
+        m_label->setElideMode(Qt::ElideNone);
+        QCOMPARE(At(40), (QStringList{m_broken, QString()}));
+        QCOMPARE(At(Width(m_lines)), (QStringList{m_broken, QString()})); // as it is only when narrower
+        QCOMPARE(At(300), (QStringList{m_lines, QString()}));
+        m_label->setElideMode(Qt::ElideRight);
+        QCOMPARE(At(300), (QStringList{m_broken, m_lines}));
+        m_label->setText(m_long);
+        QCOMPARE(At(Width(m_long)), (QStringList{m_long, QString()}));
     }
 
     // Shown whole, from its own colour at the left to nothing at the right edge, also once
     // the faded palette has come back as a change.
     void fadeRunsOutAtTheRightEdge()
     {
-        Label l;
-        l.setText(m_long);
-        l.resize(Width(m_long) - 10, 30);
-        QPalette red = l.palette();
-        red.setColor(l.foregroundRole(), Qt::red);
-        l.setPalette(red);
-        l.setFadeElide(true);
-        l.resize(Width(m_long) - 20, 30);
-        QCOMPARE(l.Shown(), m_long);
-        QCOMPARE(l.toolTip(), QString());
-        const QImage picture = TestSupport::Render(&l);
+        m_label->setText(m_long);
+        m_label->resize(Width(m_long) - 10, 30);
+        QPalette red = m_label->palette();
+        red.setColor(m_label->foregroundRole(), Qt::red);
+        m_label->setPalette(red);
+        m_label->setFadeElide(true);
+        QCOMPARE(At(Width(m_long) - 10), (QStringList{m_long, QString()}));
+        m_label->resize(Width(m_long) - 20, 30);
+        const QImage picture = TestSupport::Render(m_label.get());
         QVector<int> alpha(picture.width());
         for (int x = 0; x < picture.width(); ++x) {
             for (int y = 0; y < picture.height(); ++y) {
@@ -118,7 +100,6 @@ private Q_SLOTS:
     void clickableWhenAskedTo()
     {
         QWidget window;
-        window.resize(300, 100);
         auto* label = new OrvantaQT::AutoresizedText(m_long, &window);
         label->setGeometry(10, 10, 250, 30);
         QVERIFY(TestSupport::ShowAndWait(&window));
@@ -129,12 +110,13 @@ private Q_SLOTS:
         QTest::mouseMove(label, QPoint(20, 10));
         QTRY_VERIFY(label->property("hovered").toBool());
         QCOMPARE(label->cursor().shape(), Qt::PointingHandCursor);
-        QTest::mouseClick(label, Qt::RightButton);
         QTest::mouseClick(label, Qt::LeftButton);
-        QTest::mouseMove(&window, QPoint(290, 90));
+        log.Note(QStringLiteral("right"));
+        QTest::mouseClick(label, Qt::RightButton);
+        QTest::mouseMove(&window, QPoint(5, 5));
         QTRY_VERIFY(!label->property("hovered").toBool());
         QCOMPARE(label->cursor().shape(), Qt::ArrowCursor);
-        QCOMPARE(log.Take(), TestSupport::Words("doubleClicked() clicked()"));
+        QCOMPARE(log.Take(), Words("doubleClicked() clicked() right"));
     }
 };
 

@@ -24,8 +24,8 @@ private Q_SLOTS:
         add("a%1b@example.org", {0x21, 0x2b, 0x39, 0x3d, 0x3f, 0x40, 0x5c, 0x5e, 0x7f, 0xe9}, true);
         add("ab@exa%1mple", {0x09, 0x20, 0x27, 0x2c, 0x3b, 0x3f, 0x2028}, false);
         add("ab@exa%1mple", {0x28, 0x2b, 0x2e, 0x3a, 0x40, 0x41, 0x5b, 0x7e, 0xfc}, true);
-        // Lists separate their addresses by commas or semicolons, with spaces around them.
         QTest::newRow("address literal") << "user@[192.168.0.1]" << true << true;
+        // Lists separate their addresses by commas or semicolons, with spaces around them.
         QTest::newRow("list") << "  a@example.org ; b@example.org,c@x  " << false << true;
         for (const char* text : {"@example.org", "user@", "a@example.org,,b@example.org", "a@b.org c@d.org", "a@b.org;"})
             QTest::newRow(text) << text << false << false;

@@ -1,81 +1,61 @@
 #include <qt_halvo/widgets/input/custom_combo_box.h>
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QAbstractItemView>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QStackedWidget>
-#include <QtWidgets/QTableView>
-
-using OrvantaQT::CustomComboBox;
+#include "widgets_probes.h"
 
 class TestCustomComboBox : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void rowsArePagesInFramesStyledByPlace();
-};
-
-void TestCustomComboBox::rowsArePagesInFramesStyledByPlace()
-{
-    QWidget window;
-    window.resize(300, 200);
-    auto* combo = new CustomComboBox(&window);
-    combo->setGeometry(10, 10, 220, 40);
-    for (int i = 0; i < 3; ++i) {
-        auto* page = new QLabel(QStringLiteral("Page %1").arg(i));
-        page->setMinimumHeight(i == 1 ? 0 : 40);
-        combo->AddPage(page);
+    // The field shows the current page left of the arrow. The list's rows are as tall as their
+    // pages' minimum height (or size hint) and show them in frames styled by place, top,
+    // centre or bottom, at each opening (here each page names the sheet its row should get);
+    // a single row is central.
+    void rowsArePagesInFramesStyledByPlace()
+    {
+        QWidget window;
+        auto* combo = new OrvantaQT::CustomComboBox(&window);
+        combo->setGeometry(10, 10, 220, 40);
+        const QStringList sheets{"QFrame { margin: 0px; }", "QFrame { margin: 1px; }", "QFrame { margin: 2px; }", "QFrame { margin: 3px; }"};
+        for (int i = 0; i < 3; ++i) {
+            auto* page = new QLabel(sheets.at(i));
+            page->setMinimumHeight(i == 1 ? 0 : 40);
+            combo->AddPage(page);
+        }
+        combo->SetTopItemFrameStyleSheet(sheets.at(0));
+        combo->SetCenterItemFrameStyleSheet(sheets.at(1));
+        combo->SetBottomItemFrameStyleSheet(sheets.at(2));
+        QVERIFY(TestSupport::ShowAndWait(&window));
+        QStyleOptionComboBox option;
+        option.initFrom(combo);
+        const int arrow = combo->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, combo).width();
+        QCOMPARE(combo->Pages()->geometry(), QRect(0, 0, 220 - arrow, 40));
+        QImage blank(combo->size(), QImage::Format_ARGB32_Premultiplied);
+        blank.fill(Qt::transparent);
+        QVERIFY(!WidgetsProbes::Changed(TestSupport::Render(combo), blank, QRect(220 - arrow, 0, arrow, 40)).isEmpty());
+        auto* view = combo->findChild<QTableView*>(QStringLiteral("CustomComboBoxView")); // for style sheets
+        const auto frame = [combo, view](int row) {
+            return qobject_cast<OrvantaQT::WidgetRenderer*>(view->indexWidget(combo->model()->index(row, 0)));
+        };
+        combo->showPopup();
+        QTRY_COMPARE(frame(0)->height(), 40);
+        QCOMPARE(frame(1)->height(), combo->Pages()->widget(1)->sizeHint().height());
+        for (int row = 0; row < 3; ++row)
+            QCOMPARE(qobject_cast<QLabel*>(frame(row)->Page())->text(), frame(row)->styleSheet());
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(combo->model()->index(2, 0)).center());
+        QTRY_COMPARE(combo->Pages()->currentIndex(), 2);
+        TestSupport::SignalLog log(combo, {"currentIndexChanged(int)"});
+        combo->SetCurrentIndex(2);
+        combo->SetCurrentIndex(0);
+        QCOMPARE(log.Take(), QStringList{"currentIndexChanged(0)"});
+        QCOMPARE(combo->Pages()->currentIndex(), 0);
+        combo->SetCenterItemFrameStyleSheet(sheets.at(3));
+        combo->RemovePage(1);
+        combo->RemovePage(1);
+        combo->showPopup();
+        QCOMPARE(frame(0)->styleSheet() + QString::number(combo->Pages()->count()), sheets.at(3) + "1");
     }
-    const QStringList sheets{QStringLiteral("QFrame { border-top: 2px solid red; }"),
-                             QStringLiteral("QFrame { border: none; }"),
-                             QStringLiteral("QFrame { border-bottom: 2px solid blue; }")};
-    combo->SetTopItemFrameStyleSheet(sheets.at(0));
-    combo->SetCenterItemFrameStyleSheet(sheets.at(1));
-    combo->SetBottomItemFrameStyleSheet(sheets.at(2));
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QCOMPARE(combo->count(), 3);
-    QCOMPARE(combo->Pages()->count(), 3);
-    auto* view = qobject_cast<QTableView*>(combo->view());
-    QVERIFY(view);
-    const auto frame = [combo, view](int row) { return view->indexWidget(combo->model()->index(row, 0)); };
-    QCOMPARE(view->rowHeight(0), 40);
-    QCOMPARE(view->rowHeight(1), combo->Pages()->widget(1)->sizeHint().height()); // no minimum height
-    QCOMPARE(qobject_cast<OrvantaQT::WidgetRenderer*>(frame(2))->Page(), combo->Pages()->widget(2));
-
-    combo->showPopup();
-    QTRY_VERIFY(view->isVisible());
-    for (int row = 0; row < 3; ++row)
-        QCOMPARE(frame(row)->styleSheet(), sheets.at(row));
-    // Chosen in the list: the page shows in the field.
-    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(combo->model()->index(2, 0)).center());
-    QTRY_VERIFY(!view->isVisible());
-    QCOMPARE(combo->currentIndex(), 2);
-    QCOMPARE(combo->Pages()->currentIndex(), 2);
-    QSignalSpy changed(combo, QOverload<int>::of(&QComboBox::currentIndexChanged));
-    combo->SetCurrentIndex(2);
-    QCOMPARE(changed.count(), 0);
-    combo->SetCurrentIndex(0);
-    QCOMPARE(combo->currentIndex(), 0);
-    QCOMPARE(combo->Pages()->currentIndex(), 0);
-
-    // Changed while closed: taken at the next opening.
-    const QString margin = QStringLiteral("QFrame { margin: 1px; }");
-    combo->SetCenterItemFrameStyleSheet(margin);
-    combo->showPopup();
-    QCOMPARE(frame(1)->styleSheet(), margin);
-    combo->hidePopup();
-
-    // The only row left is in the centre.
-    combo->RemovePage(1);
-    QCOMPARE(combo->count(), 2);
-    QCOMPARE(combo->Pages()->count(), 2);
-    combo->RemovePage(1);
-    combo->showPopup();
-    QCOMPARE(frame(0)->styleSheet(), margin);
-    combo->hidePopup();
-}
+};
 
 QTEST_MAIN(TestCustomComboBox)
 #include "tst_custom_combo_box.moc"

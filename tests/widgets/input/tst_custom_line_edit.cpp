@@ -1,192 +1,119 @@
-#include <qt_halvo/animation/movie_widget.h>
 #include <qt_halvo/widgets/input/custom_line_edit.h>
+#include <qt_halvo/widgets/input/right_align_combo_box_p.h>
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QStackedWidget>
+#include "widgets_probes.h"
 
-using OrvantaQT::CustomLineEdit;
-
-namespace {
-
-int OverrideCursorShape()
+// The edit 300 x 30 in a window, with a second field to take the focus from it.
+struct Window : QWidget
 {
-    const QCursor* cursor = QGuiApplication::overrideCursor();
-    return cursor ? int(cursor->shape()) : -1;
-}
-
-// A window with the line edit and a second field to take the focus from it.
-struct Fixture
-{
-    Fixture()
+    Window()
     {
-        window.resize(400, 120);
+        resize(400, 120);
         edit->setGeometry(10, 10, 300, 30);
-        other->setGeometry(10, 60, 300, 30);
-        QObject::connect(edit, &CustomLineEdit::StartEditText, [this] { log << QStringLiteral("start"); });
-        QObject::connect(edit, &CustomLineEdit::AcceptEditText, [this] { log << QStringLiteral("accept"); });
-        QObject::connect(edit, &CustomLineEdit::CancelEditText, [this] { log << QStringLiteral("cancel"); });
-        QObject::connect(edit, &CustomLineEdit::ButtonClicked, [this] { log << QStringLiteral("button"); });
-        window.show();
-        window.activateWindow();
+        other->move(10, 60);
+        edit->FillComboBox({QStringLiteral("eu-west"), QStringLiteral("us-east")}, 0);
+        show();
+        activateWindow();
     }
-    bool Active() { return QTest::qWaitForWindowActive(&window); }
-    QWidget* Child(const QString& name) const { return edit->findChild<QWidget*>(name); }
-    QWidget* Page() const { return edit->findChild<QStackedWidget*>()->currentWidget(); }
-    // Onto a part by its name, the text field, or away from the edit to rest.
-    void MoveTo(const QString& place)
-    {
-        if (place == QLatin1String("rest"))
-            QTest::mouseMove(&window, QPoint(390, 110));
-        else if (place == QLatin1String("field"))
-            QTest::mouseMove(edit, QPoint(150, 15));
-        else
-            QTest::mouseMove(Child(place), Child(place)->rect().center());
-    }
+    template <typename Part = QWidget>
+    Part* Find(const QString& name = QString()) const { return edit->findChild<Part*>(name); }
 
-    QWidget window;
-    CustomLineEdit* edit = new CustomLineEdit(&window);
-    QLineEdit* other = new QLineEdit(&window);
-    QStringList log;
+    OrvantaQT::CustomLineEdit* edit = new OrvantaQT::CustomLineEdit(this);
+    QLineEdit* other = new QLineEdit(this);
+    TestSupport::SignalLog log{edit, {"StartEditText()", "AcceptEditText()", "CancelEditText()", "ButtonClicked()"}};
 };
-
-} // namespace
 
 class TestCustomLineEdit : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void editCycle();
-    void leftControlAndCursorFollowTheMouse_data();
-    void leftControlAndCursorFollowTheMouse();
-    void fillComboBox();
-    void namesForStyleSheets();
+    void init() // a failed case must not leave cursors for the next one
+    {
+        while (QGuiApplication::overrideCursor())
+            QGuiApplication::restoreOverrideCursor();
+    }
+
+    // A cycle starts on typing, or on focus by mouse or tab; Return accepts it, or cancels on
+    // an empty field; the left button closes it too.
+    void editCycle()
+    {
+        Window w;
+        QVERIFY(QTest::qWaitForWindowActive(&w));
+        w.edit->setFocus(Qt::OtherFocusReason);
+        QTest::keyClicks(w.edit, QStringLiteral("ab"));
+        QTest::keyClick(w.edit, Qt::Key_Return);
+        QTest::keyClick(w.edit, Qt::Key_Return);
+        w.edit->clear();
+        QTest::keyClick(w.edit, Qt::Key_Return);
+        w.log.Note(QStringLiteral("click"));
+        QTest::mouseClick(w.edit, Qt::LeftButton, {}, QPoint(150, 15)); // focused already
+        QTest::keyClicks(w.edit, QStringLiteral("x"));
+        w.edit->ShowButton();
+        QVERIFY(w.Find(QStringLiteral("Button"))->isVisible());
+        QTest::mouseClick(w.Find(QStringLiteral("Button")), Qt::LeftButton);
+        QTest::keyClick(w.edit, Qt::Key_Return);
+        w.log.Note(QStringLiteral("tab"));
+        w.other->setFocus();
+        QTest::keyClick(w.other, Qt::Key_Tab);
+        QTRY_VERIFY(w.edit->hasFocus());
+        QCOMPARE(w.log.Take(), TestSupport::Words("StartEditText() AcceptEditText() CancelEditText() click "
+                                                  "StartEditText() ButtonClicked() tab StartEditText()"));
+    }
+
+    // The left control and the override cursor at each stop of the mouse ("rest" is away
+    // from the edit, "field" on its text): the animation turns into the button under the
+    // mouse, the label changes nothing. The cursors must end balanced.
+    void leftControlAndCursorFollowTheMouse()
+    {
+        Window w;
+        QVERIFY(QTest::qWaitForWindowActive(&w));
+        const auto now = [&w] {
+            const QCursor* cursor = QGuiApplication::overrideCursor();
+            return w.Find<QStackedWidget>()->currentWidget()->objectName() + QLatin1Char(' ')
+                + (!cursor ? "none" : cursor->shape() == Qt::ArrowCursor ? "arrow" : "hand");
+        };
+        for (const auto& [mode, route, seen] : {
+                 std::tuple(7, "rest", " none"),
+                 std::tuple(3, "ButtonContainer ComboBox rest", "Button hand,Button arrow,Button none"),
+                 std::tuple(2, "ComboBox field ButtonContainer field rest",
+                            "AnimationLabel arrow,AnimationLabel none,Button hand,AnimationLabel none,AnimationLabel none"),
+                 std::tuple(1, "ButtonContainer ComboBox ButtonContainer rest",
+                            "StaticLabel none,StaticLabel arrow,StaticLabel none,StaticLabel none")}) {
+            w.edit->setLeftControlMode(mode);
+            const QStringList stops = QString::fromLatin1(route).split(QLatin1Char(' '));
+            for (int i = 0; i < stops.size(); ++i) {
+                if (QWidget* part = w.Find(stops.at(i)))
+                    QTest::mouseMove(part, part->rect().center());
+                else
+                    QTest::mouseMove(&w, stops.at(i) == QLatin1String("rest") ? QPoint(390, 110) : QPoint(160, 25));
+                QTRY_COMPARE(now(), QString::fromLatin1(seen).split(QLatin1Char(',')).at(i));
+            }
+        }
+    }
+
+    // The left control at the left end and the combo box at the right end, as wide as they ask;
+    // the combo box draws its text right-aligned, clear of the arrow.
+    void partsAndComboBox()
+    {
+        Window w;
+        QVERIFY(QTest::qWaitForWindowExposed(&w));
+        QWidget* left = w.Find(QStringLiteral("ButtonContainer"));
+        auto* combo = w.Find<OrvantaQT::RightAlignComboBox>(QStringLiteral("ComboBox"));
+        QCOMPARE(left->geometry(), QRect(0, 0, left->sizeHint().width(), 30));
+        QCOMPARE(combo->geometry(), QRect(300 - combo->sizeHint().width(), 0, combo->sizeHint().width(), 30));
+        const QImage drawn = TestSupport::Render(combo);
+        w.edit->ResetComboBoxSelection();
+        const QRect text = WidgetsProbes::Changed(drawn, TestSupport::Render(combo)); // the current item's
+        QVERIFY(text.left() >= combo->ArrowWidth() && text.right() < combo->width() - combo->ArrowWidth());
+        QCOMPARE(combo->itemData(1, Qt::TextAlignmentRole).toInt(), int(Qt::AlignRight | Qt::AlignVCenter));
+        // At -1 and past the end the combo box chooses as it would; below -1 nothing.
+        for (const auto& [index, current] : std::initializer_list<std::pair<int, int>>{{-1, 0}, {1, 1}, {2, 0}, {-2, -1}}) {
+            w.edit->FillComboBox({QStringLiteral("a"), QStringLiteral("b")}, index);
+            QCOMPARE(w.edit->ComboBoxCurrentIndex(), current);
+        }
+    }
 };
-
-// A failed case must not leave cursors for the next one.
-void TestCustomLineEdit::init()
-{
-    while (QGuiApplication::overrideCursor())
-        QGuiApplication::restoreOverrideCursor();
-}
-
-void TestCustomLineEdit::editCycle()
-{
-    Fixture f;
-    QVERIFY(f.Active());
-    f.other->setFocus();
-    f.edit->setFocus(Qt::OtherFocusReason); // not by mouse or tab: no cycle yet
-    QVERIFY(f.log.isEmpty());
-    QTest::keyClicks(f.edit, QStringLiteral("ab"));
-    QCOMPARE(f.log, QStringList{"start"});
-    QTest::keyClick(f.edit, Qt::Key_Return);
-    QCOMPARE(f.log, (QStringList{"start", "accept"}));
-    // Return again without typing: the cycle is closed, nothing more.
-    QTest::keyClick(f.edit, Qt::Key_Return);
-    QCOMPARE(f.log.size(), 2);
-    // Return on an empty field cancels, cycle or not.
-    f.edit->clear();
-    QTest::keyClick(f.edit, Qt::Key_Return);
-    QCOMPARE(f.log, (QStringList{"start", "accept", "cancel"}));
-
-    f.log.clear();
-    f.other->setFocus();
-    QTest::keyClick(f.other, Qt::Key_Tab);
-    QTRY_VERIFY(f.edit->hasFocus());
-    QCOMPARE(f.log, QStringList{"start"});
-    QTest::keyClicks(f.edit, QStringLiteral("x"));
-    // The left button closes a cycle without accepting it.
-    f.edit->ShowButton();
-    QTest::mouseClick(f.Child(QStringLiteral("Button")), Qt::LeftButton);
-    QTest::keyClick(f.edit, Qt::Key_Return);
-    QCOMPARE(f.log, (QStringList{"start", "button"}));
-
-    f.log.clear();
-    f.other->setFocus();
-    QTest::mouseClick(f.edit, Qt::LeftButton, {}, QPoint(150, 15));
-    QTRY_VERIFY(f.edit->hasFocus());
-    QCOMPARE(f.log, QStringList{"start"});
-}
-
-// The override cursor stack must end balanced after any sequence of enters and leaves.
-void TestCustomLineEdit::leftControlAndCursorFollowTheMouse_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<QStringList>("route");
-    QTest::addColumn<QStringList>("pages"); // the left control at each stop
-    QTest::addColumn<QList<int>>("cursors"); // the override cursor at each stop, -1 for none
-    const int none = -1;
-    const int hand = Qt::PointingHandCursor;
-    const int arrow = Qt::ArrowCursor;
-    QTest::newRow("mode 0: nothing") << 0 << QStringList{"rest"} << QStringList{""} << QList<int>{none};
-    QTest::newRow("unknown mode: nothing") << 7 << QStringList{"rest"} << QStringList{""} << QList<int>{none};
-    QTest::newRow("over the button and out")
-        << 3 << QStringList{"ButtonContainer", "rest"} << QStringList{"Button", "Button"} << QList<int>{hand, none};
-    QTest::newRow("button, then combo box") << 3 << QStringList{"ButtonContainer", "ComboBox", "rest"}
-                                            << QStringList{"Button", "Button", "Button"}
-                                            << QList<int>{hand, arrow, none};
-    // The animation turns into the button under the mouse.
-    QTest::newRow("combo box, field, button")
-        << 2 << QStringList{"ComboBox", "field", "ButtonContainer", "field", "rest"}
-        << QStringList{"AnimationLabel", "AnimationLabel", "Button", "AnimationLabel", "AnimationLabel"}
-        << QList<int>{arrow, none, hand, none, none};
-    // The label changes neither the page nor the cursor.
-    QTest::newRow("label mode") << 1 << QStringList{"ButtonContainer", "ComboBox", "ButtonContainer", "rest"}
-                                << QStringList{"StaticLabel", "StaticLabel", "StaticLabel", "StaticLabel"}
-                                << QList<int>{none, arrow, none, none};
-}
-
-void TestCustomLineEdit::leftControlAndCursorFollowTheMouse()
-{
-    QFETCH(int, mode);
-    QFETCH(QStringList, route);
-    QFETCH(QStringList, pages);
-    QFETCH(QList<int>, cursors);
-    Fixture f;
-    QVERIFY(f.Active());
-    f.edit->setLeftControlMode(mode);
-    f.edit->FillComboBox({QStringLiteral("eu-west"), QStringLiteral("us-east")}, 0);
-    f.MoveTo(QStringLiteral("rest"));
-    for (int stop = 0; stop < route.size(); ++stop) {
-        f.MoveTo(route.at(stop));
-        QTest::qWait(30);
-        QTRY_COMPARE(f.Page()->objectName(), pages.at(stop));
-        QTRY_COMPARE(OverrideCursorShape(), cursors.at(stop));
-    }
-}
-
-void TestCustomLineEdit::fillComboBox()
-{
-    CustomLineEdit edit;
-    QSignalSpy changed(&edit, &CustomLineEdit::ComboBoxIndexChanged);
-    const QStringList items{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
-    edit.FillComboBox(items, -1); // keeps the combo box's own choice
-    QCOMPARE(edit.ComboBoxCurrentIndex(), 0);
-    QVERIFY(!changed.isEmpty());
-    auto* combo = edit.findChild<QComboBox*>(QStringLiteral("ComboBox"));
-    QCOMPARE(combo->itemData(1, Qt::TextAlignmentRole).toInt(), int(Qt::AlignRight | Qt::AlignVCenter));
-    edit.FillComboBox(items, 2);
-    QCOMPARE(edit.ComboBoxCurrentIndex(), 2);
-    edit.FillComboBox(items, 3); // out of range
-    QCOMPARE(edit.ComboBoxCurrentIndex(), 0);
-    edit.FillComboBox(items, -2); // clears the selection
-    QCOMPARE(edit.ComboBoxCurrentIndex(), -1);
-}
-
-// Style sheets and screen readers find the parts by these names.
-void TestCustomLineEdit::namesForStyleSheets()
-{
-    CustomLineEdit edit;
-    for (const char* name : {"ButtonContainer", "StaticLabel", "AnimationLabel", "Button", "ComboBox"}) {
-        QWidget* child = edit.findChild<QWidget*>(QLatin1String(name));
-        QVERIFY2(child, name);
-        QCOMPARE(child->accessibleName(), QStringLiteral("CustomLineEdit_") + QLatin1String(name));
-    }
-    QCOMPARE(edit.findChild<QStackedWidget*>()->accessibleName(), QStringLiteral("CustomLineEdit_StackedWidget"));
-    QVERIFY(edit.findChild<OrvantaQT::MovieWidget*>()->property("PreloaderAnimation16").toBool());
-}
 
 QTEST_MAIN(TestCustomLineEdit)
 #include "tst_custom_line_edit.moc"

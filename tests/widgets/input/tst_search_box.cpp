@@ -1,158 +1,133 @@
 #include <qt_halvo/widgets/input/search_box.h>
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QDialog>
-#include <QtWidgets/QPushButton>
+#include "widgets_probes.h"
 
 using OrvantaQT::SearchBox;
+using TestSupport::Words;
 
-namespace {
-
-// A dialog with the box, a second field to take the focus from it, and a default button
-// that Return must not reach.
-struct Fixture
+// The box 220 x 26 in a dialog whose default button Return in the box must not reach.
+struct Dialog : QDialog
 {
-    explicit Fixture(bool searchButton, bool historyButton = false)
+    explicit Dialog(bool searchButton, bool historyButton = false)
     {
-        window.resize(320, 100);
         box->setGeometry(10, 10, 220, 26);
         box->SetShowSearchButton(searchButton);
         box->SetShowHistoryButton(historyButton);
-        other->setGeometry(10, 60, 220, 26);
-        auto* ok = new QPushButton(QStringLiteral("OK"), &window);
-        ok->setGeometry(240, 60, 70, 26);
+        ok->move(10, 60);
         ok->setDefault(true);
-        QObject::connect(ok, &QPushButton::clicked, &window, &QDialog::accept);
-        QObject::connect(&window, &QDialog::accepted, [this] { log << QStringLiteral("accepted"); });
-        QObject::connect(box, &SearchBox::searchStarted, [this] { log << QStringLiteral("search"); });
-        QObject::connect(box, &SearchBox::resetSearch, [this] { log << QStringLiteral("reset"); });
-        QObject::connect(box, &SearchBox::historyBrowse, [this] { log << QStringLiteral("history"); });
-        window.show();
-        window.activateWindow();
+        connect(ok, &QPushButton::clicked, [this] { log.Note(QStringLiteral("OK")); });
+        show();
+        activateWindow();
     }
-    bool Active() { return QTest::qWaitForWindowActive(&window); }
-    // The history button at the right end, the search button left of it.
-    QPoint HistoryButton() const { return QPoint(box->width() - 8, box->height() / 2); }
-    QPoint SearchButton() const { return HistoryButton() - QPoint(box->GetShowHistoryButton() ? 20 : 2, 0); }
-    QImage Picture() const { return box->grab().toImage(); }
+    void Click(int fromRight) { QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(220 - fromRight, 13)); }
 
-    QDialog window;
-    SearchBox* box = new SearchBox(&window);
-    QLineEdit* other = new QLineEdit(&window);
-    QStringList log;
+    SearchBox* box = new SearchBox(this);
+    QPushButton* ok = new QPushButton(QStringLiteral("OK"), this);
+    TestSupport::SignalLog log{box, {"searchStarted()", "resetSearch()", "historyBrowse()"}};
 };
-
-} // namespace
 
 class TestSearchBox : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void typingSearchesASecondAfterTheLastKey();
-    void withTheButtonSearchesOnlyOnDemand();
-    void historyButtonAndStates();
-    void cueTextOnlyWhileEmptyAndUnfocused();
+    // Once; deleting everything resets at once and stops the search the deletions started.
+    // While a search is on, the button is a cross that clears the text (resetting as well).
+    void typingSearchesASecondAfterTheLastKey()
+    {
+        Dialog d(false);
+        QVERIFY(QTest::qWaitForWindowActive(&d));
+        QTest::keyClicks(d.box, QStringLiteral("abc"), Qt::NoModifier, 50);
+        QElapsedTimer sinceLastKey;
+        sinceLastKey.start();
+        QTRY_COMPARE_WITH_TIMEOUT(d.log.lines, Words("searchStarted()"), 5000);
+        QVERIFY(sinceLastKey.elapsed() >= 950);
+        QTest::qWait(1200);
+        for (int i = 0; i < 3; ++i)
+            QTest::keyClick(d.box, Qt::Key_Backspace);
+        QTest::qWait(1200);
+        QTest::keyClicks(d.box, QStringLiteral("query"));
+        QTRY_VERIFY_WITH_TIMEOUT(d.log.lines.size() == 3, 5000);
+        d.Click(10);
+        d.Click(10); // no button any more
+        QCOMPARE(d.box->text(), QString());
+        QCOMPARE(d.log.Take(), Words("searchStarted() resetSearch() searchStarted() resetSearch() resetSearch()"));
+    }
+
+    // Return searches and stays in the box; Escape still closes the dialog.
+    void withTheButtonSearchesOnDemand()
+    {
+        Dialog d(true);
+        QVERIFY(QTest::qWaitForWindowActive(&d));
+        QTest::keyClick(d.box, Qt::Key_Return); // nothing to search for
+        QTest::keyClicks(d.box, QStringLiteral("query"));
+        QTest::qWait(1200); // past the typing delay and the default button's animated click
+        QTest::keyClick(d.box, Qt::Key_Return);
+        d.Click(10);
+        QTest::keyClicks(d.box, QStringLiteral("again"));
+        d.Click(10);
+        QCOMPARE(d.box->text(), QStringLiteral("again"));
+        QCOMPARE(d.log.Take(), Words("searchStarted() resetSearch() searchStarted()"));
+        QTest::keyClick(d.box, Qt::Key_Escape);
+        QTRY_VERIFY(!d.isVisible());
+    }
+
+    // From the right end: the history button (18 wide) if shown, the search button (25), the
+    // text. Hovered buttons take the arrow cursor, and are hovered again after a click.
+    void buttonsUnderTheMouse()
+    {
+        Dialog d(true, true);
+        QVERIFY(QTest::qWaitForWindowActive(&d));
+        for (const auto& [history, fromRight, state] : {std::tuple(true, 18, SearchBox::HistoryHovered),
+                 std::tuple(true, 19, SearchBox::SearchHovered), std::tuple(true, 42, SearchBox::SearchHovered),
+                 std::tuple(true, 43, SearchBox::NoButton), std::tuple(false, 2, SearchBox::SearchHovered),
+                 std::tuple(false, 26, SearchBox::NoButton)}) {
+            d.box->SetShowHistoryButton(history);
+            d.box->SetCancelMode(false);
+            QTest::mouseMove(d.box, QPoint(220 - fromRight, 13));
+            QTRY_COMPARE(d.box->State(), int(state));
+            QCOMPARE(d.box->cursor().shape(), state == SearchBox::NoButton ? Qt::IBeamCursor : Qt::ArrowCursor);
+            d.Click(fromRight);
+            QCOMPARE(d.log.Take(), Words(QList<const char*>{"", "searchStarted()", "", "historyBrowse()"}.at(state)));
+            QCOMPARE(d.box->State(), int(state));
+            QTest::mouseMove(d.box, QPoint(20, 13));
+            QTRY_COMPARE(d.box->State(), int(SearchBox::NoButton));
+        }
+    }
+
+    // The cue shows while the box is empty and unfocused, short of the button. The icons are
+    // in the middle of their buttons, a pixel right (the arrow two up); the buttons themselves
+    // show only under the mouse.
+    void cueTextAndIcons()
+    {
+        Dialog d(false, true);
+        QVERIFY(QTest::qWaitForWindowActive(&d));
+        d.ok->setFocus();
+        const QImage icons = TestSupport::Render(d.box);
+        QImage drawn = icons;
+        QPainter painter(&drawn);
+        for (const auto& [at, icon] : {std::pair(QPoint(185, 7), "magnifier"), std::pair(QPoint(207, 8), "arrow")}) {
+            const QImage image(QStringLiteral(":/search_box_image_%1.png").arg(QLatin1String(icon)));
+            painter.fillRect(QRect(at, image.size()), icons.pixel(150, 13));
+            painter.drawImage(at, image);
+        }
+        painter.end();
+        QCOMPARE(WidgetsProbes::Changed(icons, drawn), QRect());
+        d.box->SetShowHistoryButton(false);
+        const QImage plain = TestSupport::Render(d.box);
+        d.box->SetCueText(QStringLiteral("Search in all the folders and all the files of this computer"));
+        const QImage cued = TestSupport::Render(d.box);
+        const QRect cue = WidgetsProbes::Changed(plain, cued);
+        QVERIFY2(cue.left() < 10 && cue.right() > 150 && cue.right() < 198, qPrintable(QString::number(cue.right())));
+        const QRect text(30, 3, 150, 20); // away from the typed letters and the text cursor
+        d.box->setText(QStringLiteral("ab"));
+        QCOMPARE(WidgetsProbes::Changed(plain, TestSupport::Render(d.box), text), QRect());
+        d.box->clear();
+        QCOMPARE(TestSupport::Render(d.box), cued);
+        d.box->setFocus();
+        QTRY_COMPARE(WidgetsProbes::Changed(plain, TestSupport::Render(d.box), text), QRect());
+    }
 };
-
-void TestSearchBox::typingSearchesASecondAfterTheLastKey()
-{
-    Fixture f(false);
-    QVERIFY(f.Active());
-    f.box->setFocus();
-    QTest::keyClicks(f.box, QStringLiteral("abc"), Qt::NoModifier, 50);
-    QElapsedTimer sinceLastKey;
-    sinceLastKey.start();
-    QVERIFY(f.log.isEmpty());
-    QTRY_COMPARE_WITH_TIMEOUT(f.log, QStringList{"search"}, 5000);
-    QVERIFY2(sinceLastKey.elapsed() >= 950, qPrintable(QString::number(sinceLastKey.elapsed())));
-    QVERIFY(f.box->GetCancelMode());
-
-    // Deleting everything resets at once and stops a pending search.
-    for (int i = 0; i < 3; ++i)
-        QTest::keyClick(f.box, Qt::Key_Backspace);
-    QCOMPARE(f.log, (QStringList{"search", "reset"}));
-    QVERIFY(!f.box->GetCancelMode());
-    QTest::qWait(1300);
-    QCOMPARE(f.log.size(), 2);
-
-    // The cross clears the text, which resets as well.
-    f.log.clear();
-    QTest::keyClicks(f.box, QStringLiteral("query"));
-    QTRY_COMPARE_WITH_TIMEOUT(f.log, QStringList{"search"}, 5000);
-    QTest::mouseClick(f.box, Qt::LeftButton, {}, f.SearchButton());
-    QCOMPARE(f.log, (QStringList{"search", "reset", "reset"}));
-    QVERIFY(f.box->text().isEmpty());
-    QVERIFY(!f.box->GetCancelMode());
-}
-
-// Return searches, and stays in the box: the dialog's default button does not see it.
-void TestSearchBox::withTheButtonSearchesOnlyOnDemand()
-{
-    Fixture f(true);
-    QVERIFY(f.Active());
-    f.box->setFocus();
-    QTest::keyClick(f.box, Qt::Key_Return);
-    QTest::keyClicks(f.box, QStringLiteral("query"));
-    QTest::qWait(1300);
-    QVERIFY(f.log.isEmpty());
-    QTest::keyClick(f.box, Qt::Key_Return);
-    QCOMPARE(f.log, QStringList{"search"});
-    QVERIFY(f.box->GetCancelMode());
-    QTest::qWait(50);
-    QVERIFY(f.window.isVisible());
-
-    // The cross clears the search; the button searches again.
-    QTest::mouseClick(f.box, Qt::LeftButton, {}, f.SearchButton());
-    QCOMPARE(f.log, (QStringList{"search", "reset"}));
-    QVERIFY(f.box->text().isEmpty());
-    QVERIFY(!f.box->GetCancelMode());
-    QTest::keyClicks(f.box, QStringLiteral("query"));
-    QTest::mouseClick(f.box, Qt::LeftButton, {}, f.SearchButton());
-    QCOMPARE(f.log, (QStringList{"search", "reset", "search"}));
-    QVERIFY(f.box->GetCancelMode());
-}
-
-void TestSearchBox::historyButtonAndStates()
-{
-    Fixture f(true, true);
-    QVERIFY(f.Active());
-    QCOMPARE(f.box->textMargins().right(), 25 + 18); // the text keeps clear of both buttons
-    QTest::mouseMove(f.box, f.HistoryButton());
-    QTRY_COMPARE(f.box->State(), int(SearchBox::HistoryHovered));
-    QCOMPARE(f.box->cursor().shape(), Qt::ArrowCursor);
-    QTest::mouseMove(f.box, f.SearchButton());
-    QTRY_COMPARE(f.box->State(), int(SearchBox::SearchHovered));
-    QTest::mouseMove(f.box, QPoint(20, 10));
-    QTRY_COMPARE(f.box->State(), int(SearchBox::NoButton));
-    QCOMPARE(f.box->cursor().shape(), Qt::IBeamCursor);
-    QTest::mouseClick(f.box, Qt::LeftButton, {}, f.HistoryButton());
-    QCOMPARE(f.log, QStringList{"history"});
-}
-
-void TestSearchBox::cueTextOnlyWhileEmptyAndUnfocused()
-{
-    Fixture f(false);
-    QVERIFY(f.Active());
-    f.other->setFocus();
-    QTRY_VERIFY(f.other->hasFocus());
-    const QImage plain = f.Picture();
-    f.box->SetCueText(QStringLiteral("Search"));
-    const QImage cued = f.Picture();
-    QVERIFY(cued != plain);
-    f.box->setFocus();
-    QTRY_VERIFY(f.box->hasFocus());
-    f.other->setFocus();
-    QTRY_VERIFY(!f.box->hasFocus());
-    f.box->setText(QStringLiteral("x"));
-    f.box->clear();
-    QCOMPARE(f.Picture(), cued);
-    f.box->setFocus();
-    QTRY_VERIFY(f.box->hasFocus());
-    // Focused: no cue. The text cursor may blink, so compare away from the text.
-    const QImage focused = f.Picture();
-    QVERIFY(focused.copy(20, 0, 80, focused.height()) != cued.copy(20, 0, 80, cued.height()));
-}
 
 QTEST_MAIN(TestSearchBox)
 #include "tst_search_box.moc"

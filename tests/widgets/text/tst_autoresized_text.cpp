@@ -1,195 +1,124 @@
 #include <qt_halvo/widgets/text/autoresized_text.h>
 
-#include <QtGui/QFontDatabase>
-#include <QtTest/QtTest>
+#include "widgets_probes.h"
 
-using OrvantaQT::AutoresizedText;
-
-namespace {
-
-// Installed by the set-up, at a pixel size, so that widths do not depend on the machine.
-QFont TestFont(int pixelSize = 13)
-{
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(pixelSize);
-    return font;
-}
-
-const QString kLong = QStringLiteral("Synchronising your library");
-const QString kMiddle = QStringLiteral("Synchronising");
-const QString kShort = QStringLiteral("Sync");
-const QString kTwoLines = QStringLiteral("first line\r\nsecond");
-
-int Width(const QString& text)
-{
-    return QFontMetrics(TestFont()).horizontalAdvance(text);
-}
-
-// Shown, so that resizes arrive at once, but not mapped on the screen.
-struct Label : AutoresizedText
-{
-    Label()
-    {
-        setFont(TestFont());
-        setContentsMargins(0, 0, 0, 0);
-        setAttribute(Qt::WA_DontShowOnScreen);
-        show();
-    }
-    QString Shown() const { return QLabel::text(); }
-    QGradientStops Stops() const { return palette().brush(QPalette::Active, foregroundRole()).gradient()->stops(); }
-};
-
-void AddRow(const char* name, const QStringList& strings, const QString& text, Qt::TextElideMode mode, int width,
-            const QString& shown, const QString& tip)
-{
-    QTest::newRow(name) << strings << text << int(mode) << width << shown << tip;
-}
-
-} // namespace
+using TestSupport::Words;
 
 class TestAutoresizedText : public QObject
 {
     Q_OBJECT
 
+    const QString m_long = QStringLiteral("Synchronising your library");
+    const QString m_middle = QStringLiteral("Synchronising");
+    const QString m_short = QStringLiteral("Sync");
+    const QString m_lines = QStringLiteral("first line\r\nsecond");
+    const QString m_broken = QStringLiteral("first line<br>second");
+    std::unique_ptr<OrvantaQT::AutoresizedText> m_label;
+
+    static int Width(const QString& text, int size = 13) { return QFontMetrics(WidgetsProbes::TestFont(size)).horizontalAdvance(text); }
+    // Resized to width; what it shows, then its tip.
+    QStringList At(int width)
+    {
+        m_label->resize(width, 30);
+        return {m_label->QLabel::text(), m_label->toolTip()};
+    }
+
 private Q_SLOTS:
-    void initTestCase();
-    void shownTextAndTip_data();
-    void shownTextAndTip();
-    void phrasingsMeasuredPerFontNarrowestFirst();
-    void fadeRunsOutAtTheRightEdge();
-    void clickableWhenAskedTo();
+    // Shown, so that resizes arrive at once, but not on the screen.
+    void init()
+    {
+        m_label.reset(new OrvantaQT::AutoresizedText);
+        m_label->setFont(WidgetsProbes::TestFont());
+        m_label->setContentsMargins(0, 0, 0, 0);
+        m_label->setAttribute(Qt::WA_DontShowOnScreen);
+        m_label->show();
+    }
+
+    // The widest phrasing that fits, the others only when narrower than the room, else the
+    // narrowest without a tip; measured again in a new font. The tip is the widest.
+    void phrasings()
+    {
+        m_label->resize(Width(m_long) - 1, 30);
+        m_label->setStrings({m_middle, m_long, m_short});
+        QCOMPARE(At(Width(m_long) - 1), (QStringList{m_middle, m_long}));
+        QCOMPARE(At(Width(m_long)), (QStringList{m_long, QString()}));
+        QCOMPARE(At(Width(m_middle)), (QStringList{m_short, m_long}));
+        QCOMPARE(At(Width(m_short) + 1), (QStringList{m_short, m_long}));
+        QCOMPARE(At(Width(m_short)), (QStringList{m_short, QString()}));
+        QCOMPARE(m_label->minimumSizeHint().width(), Width(m_short));
+        QCOMPARE(m_label->sizeHint().width(), Width(m_long));
+        m_label->setFont(WidgetsProbes::TestFont(26));
+        QCOMPARE(At(Width(m_middle) + 1), (QStringList{m_short, m_long}));
+        QCOMPARE(m_label->sizeHint().width(), Width(m_long, 26));
+    }
+
+    // Each line elided, the text the tip unless shown as it is; without eliding no tip.
+    void textElidedLineByLine()
+    {
+        m_label->resize(40, 30);
+        m_label->setText(m_lines);
+        const QFontMetrics metrics(m_label->font());
+        const QString first = metrics.elidedText(QStringLiteral("first line"), Qt::ElideRight, 40);
+        QCOMPARE(At(40), (QStringList{first + "<br>" + metrics.elidedText(QStringLiteral("second"), Qt::ElideRight, 40), m_lines}));
+        QCOMPARE(m_label->minimumSizeHint().width(), Width(QStringLiteral("...")));
+        m_label->setElideMode(Qt::ElideNone);
+        QCOMPARE(At(40), (QStringList{m_broken, QString()}));
+        QCOMPARE(At(Width(m_lines)), (QStringList{m_broken, QString()})); // as it is only when narrower
+        QCOMPARE(At(300), (QStringList{m_lines, QString()}));
+        m_label->setElideMode(Qt::ElideRight);
+        QCOMPARE(At(300), (QStringList{m_broken, m_lines}));
+        m_label->setText(m_long);
+        QCOMPARE(At(Width(m_long)), (QStringList{m_long, QString()}));
+    }
+
+    // Shown whole, from its own colour at the left to nothing at the right edge, also once
+    // the faded palette has come back as a change.
+    void fadeRunsOutAtTheRightEdge()
+    {
+        m_label->setText(m_long);
+        m_label->resize(Width(m_long) - 10, 30);
+        QPalette red = m_label->palette();
+        red.setColor(m_label->foregroundRole(), Qt::red);
+        m_label->setPalette(red);
+        m_label->setFadeElide(true);
+        QCOMPARE(At(Width(m_long) - 10), (QStringList{m_long, QString()}));
+        m_label->resize(Width(m_long) - 20, 30);
+        const QImage picture = TestSupport::Render(m_label.get());
+        QVector<int> alpha(picture.width());
+        for (int x = 0; x < picture.width(); ++x) {
+            for (int y = 0; y < picture.height(); ++y) {
+                const QRgb pixel = picture.pixel(x, y);
+                QVERIFY(qGreen(pixel) == 0 && qAbs(qRed(pixel) - qAlpha(pixel)) <= 1);
+                alpha[x] = qMax(alpha.at(x), qAlpha(pixel));
+            }
+        }
+        QVERIFY(*std::max_element(alpha.begin(), alpha.begin() + alpha.size() / 5) > 180);
+        QVERIFY(*std::max_element(alpha.end() - alpha.size() / 10, alpha.end()) < 60);
+    }
+
+    // Only with hoverUnderline: a pointing hand, "hovered" for style sheets and clicked().
+    void clickableWhenAskedTo()
+    {
+        QWidget window;
+        auto* label = new OrvantaQT::AutoresizedText(m_long, &window);
+        label->setGeometry(10, 10, 250, 30);
+        QVERIFY(TestSupport::ShowAndWait(&window));
+        TestSupport::SignalLog log(label, {"clicked()", "doubleClicked()"});
+        QTest::mouseClick(label, Qt::LeftButton);
+        QTest::mouseDClick(label, Qt::LeftButton);
+        label->setHoverUnderline(true);
+        QTest::mouseMove(label, QPoint(20, 10));
+        QTRY_VERIFY(label->property("hovered").toBool());
+        QCOMPARE(label->cursor().shape(), Qt::PointingHandCursor);
+        QTest::mouseClick(label, Qt::LeftButton);
+        log.Note(QStringLiteral("right"));
+        QTest::mouseClick(label, Qt::RightButton);
+        QTest::mouseMove(&window, QPoint(5, 5));
+        QTRY_VERIFY(!label->property("hovered").toBool());
+        QCOMPARE(label->cursor().shape(), Qt::ArrowCursor);
+        QCOMPARE(log.Take(), Words("doubleClicked() clicked() right"));
+    }
 };
-
-void TestAutoresizedText::initTestCase()
-{
-    QVERIFY2(QFontDatabase().families().contains(QStringLiteral("DejaVu Sans")), "fonts-dejavu-core is installed");
-}
-
-// The widest phrasing that fits, or else the text with each line elided.
-void TestAutoresizedText::shownTextAndTip_data()
-{
-    QTest::addColumn<QStringList>("strings");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<int>("width");
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<QString>("tip");
-    const QStringList three{kMiddle, kLong, kShort};
-    const Qt::TextElideMode right = Qt::ElideRight;
-    AddRow("wider than the longest", three, QString(), right, Width(kLong) + 20, kLong, QString());
-    AddRow("exactly the longest", three, QString(), right, Width(kLong), kLong, QString());
-    AddRow("just below the longest", three, QString(), right, Width(kLong) - 1, kMiddle, kLong);
-    AddRow("just above the middle", three, QString(), right, Width(kMiddle) + 1, kMiddle, kLong);
-    // An alternative must be strictly narrower than the room.
-    AddRow("exactly the middle", three, QString(), right, Width(kMiddle), kShort, kLong);
-    AddRow("just above the shortest", three, QString(), right, Width(kShort) + 1, kShort, kLong);
-    // The narrowest is the fallback, shown without a tip even when it does not fit.
-    AddRow("exactly the shortest", three, QString(), right, Width(kShort), kShort, QString());
-    AddRow("below the shortest", three, QString(), right, Width(kShort) - 5, kShort, QString());
-
-    const QFontMetrics metrics(TestFont());
-    const QString elided = metrics.elidedText(QStringLiteral("first line"), right, 40) + QStringLiteral("<br>")
-        + metrics.elidedText(QStringLiteral("second"), right, 40);
-    AddRow("fits, line ends made <br>", {}, kTwoLines, right, 300, QStringLiteral("first line<br>second"), kTwoLines);
-    AddRow("narrow: each line elided", {}, kTwoLines, right, 40, elided, kTwoLines);
-    AddRow("fits exactly on one line", {}, kLong, right, Width(kLong), kLong, QString());
-    AddRow("no eliding, room enough", {}, kTwoLines, Qt::ElideNone, 300, kTwoLines, QString());
-    // Without eliding there is never a tip, even when the line ends were rewritten.
-    AddRow("no eliding, narrow", {}, kTwoLines, Qt::ElideNone, 40, QStringLiteral("first line<br>second"), QString());
-    AddRow("empty", {}, QString(), right, 100, QString(), QString());
-}
-
-void TestAutoresizedText::shownTextAndTip()
-{
-    QFETCH(QStringList, strings);
-    QFETCH(QString, text);
-    QFETCH(int, mode);
-    QFETCH(int, width);
-    QFETCH(QString, shown);
-    QFETCH(QString, tip);
-    Label l;
-    l.setElideMode(Qt::TextElideMode(mode));
-    l.setText(text);
-    l.setStrings(strings);
-    l.resize(width, 30);
-    QCOMPARE(l.Shown(), shown);
-    QCOMPARE(l.toolTip(), tip);
-    QCOMPARE(l.minimumSizeHint().width(), Width(strings.isEmpty() ? QStringLiteral("...") : kShort));
-    if (!strings.isEmpty())
-        QCOMPARE(l.sizeHint().width(), Width(kLong));
-}
-
-void TestAutoresizedText::phrasingsMeasuredPerFontNarrowestFirst()
-{
-    Label l;
-    l.setStrings({kMiddle, kLong, kShort});
-    QCOMPARE(l.strings(), (QStringList{kShort, kMiddle, kLong}));
-    l.resize(Width(kMiddle) + 1, 30);
-    QCOMPARE(l.Shown(), kMiddle);
-    l.setFont(TestFont(26));
-    QCOMPARE(l.Shown(), kShort);
-    QCOMPARE(l.sizeHint().width(), QFontMetrics(TestFont(26)).horizontalAdvance(kLong));
-}
-
-// The stop is an integer share of the room to spare: 0 for any ordinary width, and
-// negative, so dropped, when the text is over twice as wide as the label.
-void TestAutoresizedText::fadeRunsOutAtTheRightEdge()
-{
-    Label l;
-    l.setText(kLong);
-    l.resize(Width(kLong) - 10, 30);
-    QPalette red = l.palette();
-    red.setColor(l.foregroundRole(), Qt::red);
-    l.setPalette(red);
-    l.setFadeElide(true);
-    QCOMPARE(l.Shown(), kLong);
-    QCOMPARE(l.toolTip(), QString());
-    const QGradient* gradient = l.palette().brush(QPalette::Active, l.foregroundRole()).gradient();
-    QVERIFY(gradient && gradient->type() == QGradient::LinearGradient);
-    QCOMPARE(static_cast<const QLinearGradient*>(gradient)->finalStop().y(), 0.0); // horizontal
-    QCOMPARE(l.Stops().size(), 2);
-    // From the text's own colour, also once the faded palette has come back as a change.
-    QCOMPARE(l.Stops().at(0), QGradientStop(0.0, QColor(Qt::red)));
-    QCOMPARE(l.Stops().at(1), QGradientStop(1.0, QColor(Qt::transparent)));
-    l.resize(Width(kLong) - 20, 30);
-    QCOMPARE(l.Stops().at(0), QGradientStop(0.0, QColor(Qt::red)));
-
-    l.resize(Width(kLong) / 3, 30);
-    QCOMPARE(l.Stops().size(), 1);
-    QCOMPARE(l.Stops().first().first, 1.0);
-}
-
-void TestAutoresizedText::clickableWhenAskedTo()
-{
-    QWidget window;
-    window.resize(300, 100);
-    auto* label = new AutoresizedText(kLong, &window);
-    label->setGeometry(10, 10, 250, 30);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QSignalSpy clicked(label, &AutoresizedText::clicked);
-    QSignalSpy doubleClicked(label, &AutoresizedText::doubleClicked);
-    QTest::mouseClick(label, Qt::LeftButton);
-    QCOMPARE(clicked.count(), 0);
-    QTest::mouseDClick(label, Qt::LeftButton);
-    QCOMPARE(doubleClicked.count(), 1);
-
-    label->setHoverUnderline(true);
-    QTest::mouseMove(label, QPoint(20, 10));
-    QTRY_COMPARE(label->cursor().shape(), Qt::PointingHandCursor);
-    QCOMPARE(label->property("hovered").toBool(), true);
-    QTest::mouseClick(label, Qt::LeftButton);
-    QCOMPARE(clicked.count(), 1);
-    QTest::mouseClick(label, Qt::RightButton);
-    QCOMPARE(clicked.count(), 1);
-    QTest::mouseMove(&window, QPoint(290, 90));
-    QTRY_COMPARE(label->property("hovered").toBool(), false);
-    QCOMPARE(label->cursor().shape(), Qt::ArrowCursor);
-
-    label->setEnabled(false);
-    QTest::mouseDClick(label, Qt::LeftButton);
-    QCOMPARE(doubleClicked.count(), 1);
-}
 
 QTEST_MAIN(TestAutoresizedText)
 #include "tst_autoresized_text.moc"

@@ -1,137 +1,65 @@
 #include <qt_halvo/widgets/text/link_label.h>
 
-#include <QtGui/QDesktopServices>
-#include <QtTest/QtTest>
-
-using OrvantaQT::LinkLabel;
-
-namespace {
-
-const QString kPath = QStringLiteral("C:\\Users\\Someone\\Documents\\Reports\\Quarterly report.pdf");
-
-struct Fixture
-{
-    Fixture()
-    {
-        window.resize(300, 100);
-        label->setText(QStringLiteral("Open the help"));
-        label->setGeometry(10, 10, 150, 24);
-        window.show();
-    }
-    bool Exposed() { return QTest::qWaitForWindowExposed(&window); }
-    void Rest() { QTest::mouseMove(&window, QPoint(250, 80)); }
-    QColor Foreground() const { return label->palette().color(QPalette::Active, label->foregroundRole()); }
-
-    QWidget window;
-    LinkLabel* label = new LinkLabel(&window);
-};
-
-} // namespace
+#include "widgets_probes.h"
 
 class TestLinkLabel : public QObject
 {
     Q_OBJECT
 
+    QStringList m_opened;
+
 public Q_SLOTS:
-    // Stands in for the desktop's URL opener.
-    void Open(const QUrl& url) { m_seen << "open " + url.toString(); }
+    void Open(const QUrl& url) { m_opened << url.toString(); } // stands in for the desktop
 
 private Q_SLOTS:
-    void initTestCase() { QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "Open"); }
-    void cleanupTestCase() { QDesktopServices::unsetUrlHandler(QStringLiteral("https")); }
-    void activation_data();
-    void activation();
-    void hoverAndDisabledLook();
-    void pathKeepsDriveAndFileName();
-
-private:
-    QStringList m_seen;
-};
-
-void TestLinkLabel::activation_data()
-{
-    QTest::addColumn<QString>("href");
-    QTest::addColumn<QString>("command");
-    QTest::addColumn<int>("input"); // a mouse button or a key
-    QTest::addColumn<QStringList>("expected");
-    const QString url = QStringLiteral("https://example.org/help");
-    const QStringList command{"Clicked", "CommandClicked settings"};
-    QTest::newRow("href and command: only opened")
-        << url << "settings" << int(Qt::LeftButton) << QStringList{"open " + url};
-    QTest::newRow("command") << QString() << "settings" << int(Qt::LeftButton) << command;
-    QTest::newRow("neither") << QString() << QString() << int(Qt::LeftButton) << QStringList{"Clicked"};
-    QTest::newRow("right button") << QString() << "settings" << int(Qt::RightButton) << QStringList();
-    QTest::newRow("Return") << QString() << "settings" << int(Qt::Key_Return) << command;
-    QTest::newRow("Enter opens") << url << QString() << int(Qt::Key_Enter) << QStringList{"open " + url};
-}
-
-void TestLinkLabel::activation()
-{
-    QFETCH(QString, href);
-    QFETCH(QString, command);
-    QFETCH(int, input);
-    QFETCH(QStringList, expected);
-    Fixture f;
-    f.label->SetHref(href);
-    f.label->SetCommand(command);
-    QVERIFY(f.Exposed());
-    m_seen.clear();
-    connect(f.label, &LinkLabel::Clicked, this, [this] { m_seen << QStringLiteral("Clicked"); });
-    connect(f.label, &LinkLabel::CommandClicked, this, [this](const QString& c) { m_seen << "CommandClicked " + c; });
-    if (input < Qt::Key_Escape)
-        QTest::mouseClick(f.label, Qt::MouseButton(input));
-    else
-        QTest::keyClick(f.label, Qt::Key(input));
-    QCOMPARE(m_seen, expected);
-}
-
-void TestLinkLabel::hoverAndDisabledLook()
-{
-    Fixture f;
-    f.label->SetLinkColor(QColor(10, 120, 200));
-    QVERIFY(f.Exposed());
-    f.Rest();
-    QCOMPARE(f.Foreground(), QColor(10, 120, 200));
-    QTest::mouseMove(f.label, QPoint(20, 10));
-    QTRY_COMPARE(f.label->cursor().shape(), Qt::PointingHandCursor);
-    QVERIFY(f.label->font().underline());
-    f.Rest();
-    QTRY_VERIFY(!f.label->font().underline());
-    QCOMPARE(f.label->cursor().shape(), Qt::ArrowCursor);
-
-    f.label->setEnabled(false);
-    QCOMPARE(f.Foreground(), QColor(Qt::gray));
-    QTest::mouseMove(f.label, QPoint(20, 10));
-    QTest::qWait(100);
-    QCOMPARE(f.label->cursor().shape(), Qt::ArrowCursor);
-    QVERIFY(!f.label->font().underline());
-    f.label->setEnabled(true);
-    QCOMPARE(f.Foreground(), QColor(10, 120, 200));
-}
-
-// The drive and as much of the end as fits, the folders above the file elided first.
-void TestLinkLabel::pathKeepsDriveAndFileName()
-{
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(13);
-    Fixture f;
-    f.label->setFont(font);
-    f.label->SetPath(kPath);
-    const QFontMetrics metrics(font);
-    const QString drive = QStringLiteral("C:\\");
-    QCOMPARE(f.label->minimumSizeHint(), metrics.size(Qt::TextSingleLine, drive));
-    QCOMPARE(f.label->sizeHint().width(), metrics.horizontalAdvance(kPath));
-    const int driveWidth = metrics.horizontalAdvance(drive);
-    const QVector<QPair<int, QString>> shown{
-        {metrics.horizontalAdvance(kPath), kPath},
-        {200, drive + metrics.elidedText(kPath.mid(3), Qt::ElideLeft, 200 - driveWidth, 0)},
-        {driveWidth, drive},
-        {0, drive}};
-    for (const auto& entry : shown) {
-        f.label->resize(entry.first, 24);
-        QCOMPARE(f.label->text(), entry.second);
+    // Its href opened, or else Clicked() and its command, on a left click, Return or Enter.
+    // Underlined under the mouse, grey while disabled.
+    void activationAndLook()
+    {
+        QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "Open");
+        QWidget window;
+        auto* label = new OrvantaQT::LinkLabel(&window);
+        label->setGeometry(10, 10, 150, 24);
+        QVERIFY(TestSupport::ShowAndWait(&window));
+        TestSupport::SignalLog log(label, {"Clicked()", "CommandClicked(QString)"});
+        QTest::mouseClick(label, Qt::LeftButton);
+        label->SetCommand(QStringLiteral("settings"));
+        QTest::mouseClick(label, Qt::RightButton);
+        QTest::keyClick(label, Qt::Key_Return);
+        label->SetHref(QStringLiteral("https://example.org"));
+        QTest::mouseClick(label, Qt::LeftButton);
+        QTest::keyClick(label, Qt::Key_Enter);
+        QCOMPARE(log.Take(), TestSupport::Words("Clicked() Clicked() CommandClicked(settings)"));
+        QCOMPARE(m_opened, QStringList({"https://example.org", "https://example.org"}));
+        QTest::mouseMove(label, QPoint(20, 10));
+        QTRY_VERIFY(label->font().underline() && label->cursor().shape() == Qt::PointingHandCursor);
+        QTest::mouseMove(&window, QPoint(5, 5));
+        QTRY_VERIFY(!label->font().underline() && label->cursor().shape() == Qt::ArrowCursor);
+        label->setEnabled(false);
+        QCOMPARE(label->palette().color(label->foregroundRole()), QColor(Qt::gray));
     }
-}
+
+    // In the link colour from the start, reachable by keyboard; a path keeps its drive and as
+    // much of its end as fits.
+    void pathKeepsDriveAndEnd()
+    {
+        const QString path = QStringLiteral("C:\\Users\\Someone\\Documents\\Reports\\Quarterly report.pdf");
+        OrvantaQT::LinkLabel label;
+        QVERIFY(label.palette().color(label.foregroundRole()) == QColor(0x07, 0x8B, 0xFF) && label.focusPolicy() == Qt::StrongFocus);
+        label.setFont(WidgetsProbes::TestFont());
+        label.setAttribute(Qt::WA_DontShowOnScreen);
+        label.show();
+        label.resize(200, 24);
+        label.SetPath(path);
+        const QString shown = label.text();
+        QVERIFY2(shown.startsWith(QStringLiteral("C:\\\u2026")) && path.endsWith(shown.mid(4)) && shown.size() > 20, qPrintable(shown));
+        const QFontMetrics metrics(label.font());
+        QVERIFY(metrics.horizontalAdvance(shown) <= 200);
+        label.resize(0, 24);
+        QCOMPARE(label.text(), QStringLiteral("C:\\"));
+        QCOMPARE(label.sizeHint().width(), metrics.horizontalAdvance(path));
+    }
+};
 
 QTEST_MAIN(TestLinkLabel)
 #include "tst_link_label.moc"

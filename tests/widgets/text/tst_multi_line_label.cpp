@@ -1,51 +1,29 @@
 #include <qt_halvo/widgets/text/multi_line_label.h>
 
-#include <QtTest/QtTest>
-
-using OrvantaQT::MultiLineLabel;
+#include "widgets_probes.h"
 
 class TestMultiLineLabel : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void oneParagraphAndItsLastLine_data();
-    void oneParagraphAndItsLastLine();
+    // One paragraph at the line height, every kind of line end (CR LF once) a break; the top
+    // right of the last line as laid out at 150 %.
+    void oneParagraphAndItsLastLine()
+    {
+        OrvantaQT::MultiLineLabel label;
+        label.setFont(WidgetsProbes::TestFont());
+        const QFontMetrics metrics(label.font());
+        const int lastLine = metrics.boundingRect(QStringLiteral("last")).width() + metrics.averageCharWidth();
+        for (const auto& [text, html, breaks, right] : {std::tuple("a\r\nb\nc\rd<br>last", "a<br/>b<br/>c<br/>d<br/>last", 4, lastLine),
+                                                        std::tuple("last", "last", 0, lastLine), std::tuple("last\n", "last<br/>", 1, 0)}) {
+            label.setMultilineText(QString::fromLatin1(text));
+            label.setLineHeight(150);
+            QCOMPARE(label.text(), QStringLiteral("<p style = \"line-height:150\">%1</p>").arg(QLatin1String(html)));
+            QCOMPARE(label.LastLineTopRight(), QPoint(right, breaks * (metrics.height() * 3 / 2)));
+        }
+    }
 };
-
-void TestMultiLineLabel::oneParagraphAndItsLastLine_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("html"); // %1 the line height
-    QTest::addColumn<QString>("lastLine");
-    QTest::addColumn<int>("breaks");
-    QTest::newRow("CR LF counts once") << "first\r\nsecond" << "first<br/>second" << "second" << 1;
-    QTest::newRow("every break") << "a\nb\rc<br>last line" << "a<br/>b<br/>c<br/>last line" << "last line" << 3;
-    QTest::newRow("ends with a break") << "only\n" << "only<br/>" << QString() << 1;
-    QTest::newRow("one line") << "one line" << "one line" << "one line" << 0;
-    QTest::newRow("empty") << QString() << QString() << QString() << 0;
-}
-
-void TestMultiLineLabel::oneParagraphAndItsLastLine()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, html);
-    QFETCH(QString, lastLine);
-    QFETCH(int, breaks);
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(13);
-    MultiLineLabel label;
-    label.setFont(font);
-    label.setMultilineText(text);
-    const QString paragraph = QStringLiteral("<p style = \"line-height:%1\">%2</p>");
-    QCOMPARE(label.text(), paragraph.arg(100).arg(html));
-    label.setLineHeight(150);
-    QCOMPARE(label.text(), paragraph.arg(150).arg(html));
-
-    const QFontMetrics metrics(font);
-    const int x = lastLine.isEmpty() ? 0 : metrics.boundingRect(lastLine).width() + metrics.averageCharWidth();
-    QCOMPARE(label.LastLineTopRight(), QPoint(x, breaks * (metrics.height() * 150 / 100)));
-}
 
 QTEST_MAIN(TestMultiLineLabel)
 #include "tst_multi_line_label.moc"

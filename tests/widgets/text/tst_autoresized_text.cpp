@@ -96,6 +96,23 @@ private Q_SLOTS:
         QVERIFY(*std::max_element(alpha.end() - alpha.size() / 10, alpha.end()) < 60);
     }
 
+    // Text over twice as wide as the room: nothing of it left to see, and no warning from Qt.
+    void fadeOfAFarTooLongText()
+    {
+        static QStringList messages;
+        const QtMessageHandler previous = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext&, const QString& text) { messages << text; });
+        m_label->setText(m_long);
+        m_label->setFadeElide(true);
+        m_label->resize(Width(m_long) / 3, 30);
+        const QImage picture = TestSupport::Render(m_label.get());
+        qInstallMessageHandler(previous);
+        QImage blank = picture;
+        blank.fill(Qt::transparent);
+        QCOMPARE(messages, QStringList());
+        QVERIFY(picture == blank);
+    }
+
     // Only with hoverUnderline: a pointing hand, "hovered" for style sheets and clicked().
     void clickableWhenAskedTo()
     {

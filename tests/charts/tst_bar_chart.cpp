@@ -8,13 +8,6 @@ using namespace TestSupport;
 
 namespace {
 
-QFont Font(int pixels = 12)
-{
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(pixels);
-    return font;
-}
-
 void Send(BarChart* chart, QEvent::Type type, const QPointF& at = {})
 {
     QMouseEvent event(type, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
@@ -93,7 +86,7 @@ private Q_SLOTS:
     void paintsTheBarAndTheLegend()
     {
         BarChart chart;
-        chart.setLegendFont(Font());
+        chart.setLegendFont(TestFont(12));
         chart.setPercentList(Words("30 30 40"));
         chart.setColorList(Words("#fafafa #ffff00 #0000ff"));
         chart.setTextList({QString(), QStringLiteral("WWWWWWWWWWWW")});
@@ -116,7 +109,7 @@ private Q_SLOTS:
         QVERIFY(count(QRect(10, 9, 40, 6), [](const QColor& c) { return c == QColor(200, 200, 200); }) > 0);
         QVERIFY(count(QRect(10, 9, 40, 6), [](const QColor& c) { return c == QColor(0xfa, 0xfa, 0xfa); }) > 0);
         const auto dark = [](const QColor& c) { return c.alpha() > 0 && c.red() < 80 && c.green() < 80; };
-        const int textStart = int(chart.TextRects().at(1).left()) + QFontMetrics(Font()).averageCharWidth();
+        const int textStart = int(chart.TextRects().at(1).left()) + QFontMetrics(TestFont(12)).averageCharWidth();
         QCOMPARE(count(QRect(QPoint(50, 4), QPoint(textStart - 2, 20)), dark), 0);
         QVERIFY(count(QRect(QPoint(textStart, 4), QPoint(118, 20)), dark) > 0);
         chart.setShowLegend(true);
@@ -127,12 +120,12 @@ private Q_SLOTS:
         const auto width = [](const QFont& font, const char* text) {
             return 16 + QFontMetrics(font).horizontalAdvance(QLatin1String(text));
         };
-        const int need = QFontMetrics(Font()).averageCharWidth() + width(Font(), "second");
+        const int need = QFontMetrics(TestFont(12)).averageCharWidth() + width(TestFont(12), "second");
         image = Render(&chart);
         const auto rects = chart.LegendRects();
-        QCOMPARE(rects.at(0), QRect(0, 8 + 8 + 8, width(Font(), "Alpha"), rects.at(0).height()));
+        QCOMPARE(rects.at(0), QRect(0, 8 + 8 + 8, width(TestFont(12), "Alpha"), rects.at(0).height()));
         QCOMPARE(rects.at(1).x(), 150); // 301 / 2
-        QCOMPARE(rects.at(2), QRect(301 - need, 24, width(Font(), "second"), rects.at(0).height()));
+        QCOMPARE(rects.at(2), QRect(301 - need, 24, width(TestFont(12), "second"), rects.at(0).height()));
         QCOMPARE(Pixels(image, {{8, 32}, {158, 32}, {rects.at(2).x() + 8, 32}}), Colours("red blue #808080"));
         chart.setLegendList({QString(60, QLatin1Char('i')), QStringLiteral("Beta"), QStringLiteral("Tail\nsecond")});
         image = Render(&chart);
@@ -142,9 +135,9 @@ private Q_SLOTS:
         chart.resize(251, 80);
         Render(&chart);
         QCOMPARE(chart.LegendRects().at(2).x(), 251 - need);
-        chart.setLegendFont(Font(20));
+        chart.setLegendFont(TestFont(20));
         image = Render(&chart);
-        QCOMPARE(chart.LegendRects().at(1).width(), width(Font(20), "Beta"));
+        QCOMPARE(chart.LegendRects().at(1).width(), width(TestFont(20), "Beta"));
         const QRect tail = chart.LegendRects().at(2).adjusted(16, 0, 0, 0);
         const auto magenta = [](const QColor& c) { return c.alpha() > 0 && c.red() > 2 * c.green() && c.blue() > 2 * c.green(); };
         QCOMPARE(count(tail, magenta), 0);

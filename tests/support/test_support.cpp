@@ -44,6 +44,22 @@ QImage Render(QWidget* widget, qreal ratio, const QColor& background)
     return image;
 }
 
+QRect Changed(const QImage& a, const QImage& b, const QRect& area)
+{
+    QRect changed;
+    for (int y = area.top(); y <= std::min(area.bottom(), a.height() - 1); ++y)
+        for (int x = area.left(); x <= std::min(area.right(), a.width() - 1); ++x)
+            changed |= a.pixel(x, y) != b.pixel(x, y) ? QRect(x, y, 1, 1) : QRect();
+    return changed;
+}
+
+QFont TestFont(int pixelSize)
+{
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(pixelSize);
+    return font;
+}
+
 bool ShowAndWait(QWidget* widget)
 {
     widget->show();

@@ -40,6 +40,12 @@ QStringList Words(const char* words);
 // over the background given.
 QImage Render(QWidget* widget, qreal ratio = 1.0, const QColor& background = Qt::transparent);
 
+// The bounds of the pixels in area where two pictures of one size differ.
+QRect Changed(const QImage& a, const QImage& b, const QRect& area = QRect(0, 0, 9999, 9999));
+
+// DejaVu Sans (the test set-up installs it) at a pixel size: the same widths everywhere.
+QFont TestFont(int pixelSize = 13);
+
 // Shows a top-level widget and waits until the window system has shown it.
 bool ShowAndWait(QWidget* widget);
 

@@ -1,6 +1,6 @@
 #include <qt_halvo/widgets/input/custom_combo_box.h>
 
-#include "widgets_probes.h"
+#include "test_support.h"
 
 class TestCustomComboBox : public QObject
 {
@@ -32,7 +32,7 @@ private Q_SLOTS:
         QCOMPARE(combo->Pages()->geometry(), QRect(0, 0, 220 - arrow, 40));
         QImage blank(combo->size(), QImage::Format_ARGB32_Premultiplied);
         blank.fill(Qt::transparent);
-        QVERIFY(!WidgetsProbes::Changed(TestSupport::Render(combo), blank, QRect(220 - arrow, 0, arrow, 40)).isEmpty());
+        QVERIFY(!TestSupport::Changed(TestSupport::Render(combo), blank, QRect(220 - arrow, 0, arrow, 40)).isEmpty());
         auto* view = combo->findChild<QTableView*>(QStringLiteral("CustomComboBoxView")); // for style sheets
         const auto frame = [combo, view](int row) {
             return qobject_cast<OrvantaQT::WidgetRenderer*>(view->indexWidget(combo->model()->index(row, 0)));

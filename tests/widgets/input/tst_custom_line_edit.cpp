@@ -1,7 +1,7 @@
 #include <qt_halvo/widgets/input/custom_line_edit.h>
 #include <qt_halvo/widgets/input/right_align_combo_box_p.h>
 
-#include "widgets_probes.h"
+#include "test_support.h"
 
 // The edit 300 x 30 in a window, with a second field to take the focus from it.
 struct Window : QWidget
@@ -104,7 +104,7 @@ private Q_SLOTS:
         QCOMPARE(combo->geometry(), QRect(300 - combo->sizeHint().width(), 0, combo->sizeHint().width(), 30));
         const QImage drawn = TestSupport::Render(combo);
         w.edit->ResetComboBoxSelection();
-        const QRect text = WidgetsProbes::Changed(drawn, TestSupport::Render(combo)); // the current item's
+        const QRect text = TestSupport::Changed(drawn, TestSupport::Render(combo)); // the current item's
         QVERIFY(text.left() >= combo->ArrowWidth() && text.right() < combo->width() - combo->ArrowWidth());
         QCOMPARE(combo->itemData(1, Qt::TextAlignmentRole).toInt(), int(Qt::AlignRight | Qt::AlignVCenter));
         // At -1 and past the end the combo box chooses as it would; below -1 nothing.

@@ -1,6 +1,6 @@
 #include <qt_halvo/widgets/input/search_box.h>
 
-#include "widgets_probes.h"
+#include "test_support.h"
 
 using OrvantaQT::SearchBox;
 using TestSupport::Words;
@@ -112,20 +112,20 @@ private Q_SLOTS:
             painter.drawImage(at, image);
         }
         painter.end();
-        QCOMPARE(WidgetsProbes::Changed(icons, drawn), QRect());
+        QCOMPARE(TestSupport::Changed(icons, drawn), QRect());
         d.box->SetShowHistoryButton(false);
         const QImage plain = TestSupport::Render(d.box);
         d.box->SetCueText(QStringLiteral("Search in all the folders and all the files of this computer"));
         const QImage cued = TestSupport::Render(d.box);
-        const QRect cue = WidgetsProbes::Changed(plain, cued);
+        const QRect cue = TestSupport::Changed(plain, cued);
         QVERIFY2(cue.left() < 10 && cue.right() > 150 && cue.right() < 198, qPrintable(QString::number(cue.right())));
         const QRect text(30, 3, 150, 20); // away from the typed letters and the text cursor
         d.box->setText(QStringLiteral("ab"));
-        QCOMPARE(WidgetsProbes::Changed(plain, TestSupport::Render(d.box), text), QRect());
+        QCOMPARE(TestSupport::Changed(plain, TestSupport::Render(d.box), text), QRect());
         d.box->clear();
         QCOMPARE(TestSupport::Render(d.box), cued);
         d.box->setFocus();
-        QTRY_COMPARE(WidgetsProbes::Changed(plain, TestSupport::Render(d.box), text), QRect());
+        QTRY_COMPARE(TestSupport::Changed(plain, TestSupport::Render(d.box), text), QRect());
     }
 };
 

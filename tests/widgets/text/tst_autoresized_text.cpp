@@ -1,6 +1,6 @@
 #include <qt_halvo/widgets/text/autoresized_text.h>
 
-#include "widgets_probes.h"
+#include "test_support.h"
 
 using TestSupport::Words;
 
@@ -15,7 +15,7 @@ class TestAutoresizedText : public QObject
     const QString m_broken = QStringLiteral("first line<br>second");
     std::unique_ptr<OrvantaQT::AutoresizedText> m_label;
 
-    static int Width(const QString& text, int size = 13) { return QFontMetrics(WidgetsProbes::TestFont(size)).horizontalAdvance(text); }
+    static int Width(const QString& text, int size = 13) { return QFontMetrics(TestSupport::TestFont(size)).horizontalAdvance(text); }
     // Resized to width; what it shows, then its tip.
     QStringList At(int width)
     {
@@ -28,7 +28,7 @@ private Q_SLOTS:
     void init()
     {
         m_label.reset(new OrvantaQT::AutoresizedText);
-        m_label->setFont(WidgetsProbes::TestFont());
+        m_label->setFont(TestSupport::TestFont());
         m_label->setContentsMargins(0, 0, 0, 0);
         m_label->setAttribute(Qt::WA_DontShowOnScreen);
         m_label->show();
@@ -47,7 +47,7 @@ private Q_SLOTS:
         QCOMPARE(At(Width(m_short)), (QStringList{m_short, QString()}));
         QCOMPARE(m_label->minimumSizeHint().width(), Width(m_short));
         QCOMPARE(m_label->sizeHint().width(), Width(m_long));
-        m_label->setFont(WidgetsProbes::TestFont(26));
+        m_label->setFont(TestSupport::TestFont(26));
         QCOMPARE(At(Width(m_middle) + 1), (QStringList{m_short, m_long}));
         QCOMPARE(m_label->sizeHint().width(), Width(m_long, 26));
     }

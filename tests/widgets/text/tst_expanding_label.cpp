@@ -1,6 +1,6 @@
 #include <qt_halvo/widgets/text/expanding_label.h>
 
-#include "widgets_probes.h"
+#include "test_support.h"
 
 class TestExpandingLabel : public QObject
 {
@@ -20,7 +20,7 @@ private Q_SLOTS:
         for (const auto& [text, collapsedLines] : {std::pair(QString(200, QLatin1Char('x')), 2),
                                                    std::pair(second + "\n" + first, 1), std::pair(first + "\r\n" + second, 3)}) {
             label.reset(new OrvantaQT::ExpandingLabel(text));
-            label->setFont(WidgetsProbes::TestFont());
+            label->setFont(TestSupport::TestFont());
             label->setIsCollapsed(true);
             label->resize(300, 100);
             label->show();

@@ -1,6 +1,6 @@
 #include <qt_halvo/widgets/text/link_label.h>
 
-#include "widgets_probes.h"
+#include "test_support.h"
 
 class TestLinkLabel : public QObject
 {
@@ -46,7 +46,7 @@ private Q_SLOTS:
         const QString path = QStringLiteral("C:\\Users\\Someone\\Documents\\Reports\\Quarterly report.pdf");
         OrvantaQT::LinkLabel label;
         QVERIFY(label.palette().color(label.foregroundRole()) == QColor(0x07, 0x8B, 0xFF) && label.focusPolicy() == Qt::StrongFocus);
-        label.setFont(WidgetsProbes::TestFont());
+        label.setFont(TestSupport::TestFont());
         label.setAttribute(Qt::WA_DontShowOnScreen);
         label.show();
         label.resize(200, 24);

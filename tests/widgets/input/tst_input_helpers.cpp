@@ -1,15 +1,37 @@
+#include <qt_halvo/widgets/input/button_line_edit.h>
 #include <qt_halvo/widgets/input/combo_box_helpers.h>
 #include <qt_halvo/widgets/input/combo_box_with_placeholder.h>
+#include <qt_halvo/widgets/input/right_align_combo_box_p.h>
 
 #include "test_support.h"
 
 using namespace OrvantaQT;
 
-class TestComboBoxHelpers : public QObject
+// The line edit with a button, the combo box helpers, the combo box with a placeholder and
+// the right-aligned one.
+class TestInputHelpers : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
+    // At the right end, its clicks reported in order, a pointing hand over it.
+    void buttonAtTheRightEnd()
+    {
+        QWidget window;
+        auto* edit = new ButtonLineEdit(&window);
+        edit->setGeometry(10, 10, 250, 30);
+        QVERIFY(TestSupport::ShowAndWait(&window));
+        QToolButton* button = edit->Button();
+        QVERIFY(button->geometry().right() == 249 && button->focusPolicy() == Qt::ClickFocus);
+        TestSupport::SignalLog log(edit, {"buttonPressed()", "buttonReleased()", "buttonClicked()"});
+        QTest::mouseMove(button, button->rect().center());
+        QTRY_VERIFY(QGuiApplication::overrideCursor() && QGuiApplication::overrideCursor()->shape() == Qt::PointingHandCursor);
+        QTest::mouseClick(button, Qt::LeftButton);
+        QCOMPARE(log.Take(), TestSupport::Words("buttonPressed() buttonReleased() buttonClicked()"));
+        QTest::mouseMove(&window, QPoint(5, 5));
+        QTRY_VERIFY(!QGuiApplication::overrideCursor());
+    }
+
     // A release over a disabled row keeps the list open; read-only, a click anywhere opens it.
     // Rows' accessible names are prefixed with the combo box's own, if any.
     void helpersOpenAndCloseTheList()
@@ -51,7 +73,25 @@ private Q_SLOTS:
         combo.addItem(QString());
         QCOMPARE(combo.grab().toImage(), plain);
     }
+
+    // Right-aligned, inset by the arrow's width on both sides, also when cut for the ending.
+    void textEndsClearOfTheArrow()
+    {
+        RightAlignComboBox combo;
+        combo.resize(260, 30);
+        QVERIFY(TestSupport::ShowAndWait(&combo));
+        const QImage empty = TestSupport::Render(&combo);
+        combo.SetTextToDraw(QStringLiteral("eu-west"));
+        const QRect text = TestSupport::Changed(empty, TestSupport::Render(&combo));
+        const int arrow = combo.ArrowWidth();
+        QVERIFY(text.left() > 130 && text.right() < 260 - arrow && text.right() > 260 - arrow - 12);
+        combo.SetConstEnding(QStringLiteral(".example.org"));
+        combo.SetAppendEnding(true);
+        combo.SetTextToDraw(QStringLiteral("a-very-long-server-name-that-cannot-fit"));
+        const QRect cut = TestSupport::Changed(empty, TestSupport::Render(&combo));
+        QVERIFY(cut.left() >= arrow && cut.right() < 260 - arrow);
+    }
 };
 
-QTEST_MAIN(TestComboBoxHelpers)
-#include "tst_combo_box_helpers.moc"
+QTEST_MAIN(TestInputHelpers)
+#include "tst_input_helpers.moc"

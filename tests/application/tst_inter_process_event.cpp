@@ -69,9 +69,8 @@ private Q_SLOTS:
         CreateInterProcessEvent(m_name).reset();
         CreateInterProcessEvent(m_name)->StartListening(std::function<void()>());
         const QString threw = QStringLiteral("InterProcessEvent: the callback of \"%1\" threw").arg(m_name);
-        QCOMPARE(mark.Since().size(), 3);
-        QVERIFY(mark.Contains(4, threw + QStringLiteral(": broken listener")) && mark.Contains(4, threw + QStringLiteral(" an exception")));
-        QVERIFY(mark.Contains(4, QStringLiteral("InterProcessEvent: \"%1\" has an empty callback; its signals are only taken").arg(m_name)));
+        QCOMPARE(mark.Texts(), QStringList({"4 " + threw + ": broken listener", "4 " + threw + " an exception",
+                                            QStringLiteral("4 InterProcessEvent: \"%1\" has an empty callback; its signals are only taken").arg(m_name)}));
     }
 };
 

@@ -24,15 +24,6 @@ QString Describe(const StyleConstants& constants)
     return declarations.join(QLatin1Char(' '));
 }
 
-// "<level> <text>" of each line logged since mark.
-QStringList Logged(const LogCapture::Mark& mark)
-{
-    QStringList lines;
-    for (const LoggedLine& line : mark.Since())
-        lines << QString::number(line.level) + QLatin1Char(' ') + line.text;
-    return lines;
-}
-
 QString SelfReference(const char* name, const char* value)
 {
     return QStringLiteral("4 [StyleSheet] Constant @%1 refers to itself (\"%2\"); its references are left as written")
@@ -118,7 +109,7 @@ private Q_SLOTS:
         StyleConstants resolving = Parse(constants);
         ResolveConstantReferences(resolving);
         QTEST(Describe(resolving), "resolved");
-        QTEST(Logged(mark), "logged");
+        QTEST(mark.Texts(), "logged");
     }
     // The fast way and the one by one way, whose agreement on plain names
     // bothWaysAgreeWithTheLiteralRule() shows.
@@ -151,7 +142,7 @@ private Q_SLOTS:
         for (const auto substitute : {&SubstituteConstants, &SubstituteConstantsOneByOne}) {
             const LogCapture::Mark mark;
             QTEST(substitute(text, Parse(constants)), "expected");
-            QTEST(Logged(mark), "logged");
+            QTEST(mark.Texts(), "logged");
         }
     }
     // Each constant refers twice to the next one in hash order, so every pass doubles the
@@ -168,7 +159,7 @@ private Q_SLOTS:
         const LogCapture::Mark mark;
         QVERIFY(SubstituteConstants(QLatin1Char('@') + order.first(), doubling).size() <= (1 << 23));
         ResolveConstantReferences(doubling);
-        const QStringList lines = Logged(mark);
+        const QStringList lines = mark.Texts();
         const QRegularExpression stopped(QStringLiteral(
             "^4 \\[StyleSheet\\] Substitution stopped at @level\\d+_: the text keeps growing; the rest is left as it is$"));
         QCOMPARE(lines.size(), 2);

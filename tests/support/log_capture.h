@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtCore/QVector>
 
 #include <algorithm>
@@ -48,6 +49,14 @@ public:
                                    }),
                     lines.end());
         return lines;
+    }
+    // "<level> <text>" of each line since the mark.
+    QStringList Texts() const
+    {
+        QStringList texts;
+        for (const LoggedLine& line : Since())
+            texts << QString::number(line.level) + QLatin1Char(' ') + line.text;
+        return texts;
     }
     bool Contains(int level, const QString& text) const
     {

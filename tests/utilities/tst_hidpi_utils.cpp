@@ -25,8 +25,7 @@ static int RunProbe(const QByteArray& what, int width, int height)
                 GetQtScaleFactor(), on(Qt::AA_EnableHighDpiScaling), on(Qt::AA_UseHighDpiPixmaps),
                 on(Qt::AA_DisableHighDpiScaling), on(Qt::AA_UseOpenGLES), qgetenv("QT_SCALE_FACTOR").constData(),
                 qgetenv("QT_ANGLE_PLATFORM").constData());
-    for (const LoggedLine& line : mark.Since())
-        std::printf("%d %s\n", line.level, qPrintable(line.text));
+    std::printf("%s\n", qPrintable(mark.Texts().join('\n')));
     return 0;
 }
 

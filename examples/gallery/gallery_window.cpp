@@ -9,6 +9,8 @@
 #include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QVBoxLayout>
 
+#include <algorithm>
+
 GalleryWindow::GalleryWindow(const QVector<GalleryPage>& pages, GalleryTheme& theme, QWidget* parent)
     : QWidget(parent)
     , m_pages(pages)
@@ -44,7 +46,8 @@ QWidget* GalleryWindow::CreateSidebar()
 {
     auto* sidebar = new QWidget(this);
     sidebar->setObjectName(QStringLiteral("Sidebar"));
-    sidebar->setFixedWidth(200);
+    // At least as wide as the longest title: a narrower list grows a scroll bar.
+    sidebar->setFixedWidth(std::max(200, m_list->sizeHintForColumn(0) + 2 * m_list->frameWidth()));
     m_themeSwitch->setObjectName(QStringLiteral("ThemeSwitch"));
 
     auto* layout = new QVBoxLayout(sidebar);

@@ -211,6 +211,7 @@ private Q_SLOTS:
         const LogCapture::Mark mark;
         // Custom events of other types are no commands.
         QCoreApplication::postEvent(qApp, new QEvent(QEvent::Type(QEvent::User + 1)));
+        QVERIFY(QEvent::registerEventType(QEvent::User) != QEvent::User); // the commands' type, taken
         // Written by the command on the main thread: a blocking call orders that before its caller reads it.
         int ran = 0;
         int ranAtReturn = -1;

@@ -8,8 +8,6 @@
 using namespace OrvantaQT;
 using namespace TestSupport;
 
-// The picture widgets and the border drawing under them: ColorizedImage, BorderImageWidget,
-// DrawBorderPixmap and DecoratedBorder.
 class TestBorderImages : public QObject
 {
     Q_OBJECT

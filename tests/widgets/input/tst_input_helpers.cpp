@@ -7,8 +7,6 @@
 
 using namespace OrvantaQT;
 
-// The line edit with a button, the combo box helpers, the combo box with a placeholder and
-// the right-aligned one.
 class TestInputHelpers : public QObject
 {
     Q_OBJECT

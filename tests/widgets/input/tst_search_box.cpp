@@ -19,7 +19,8 @@ struct Dialog : QDialog
         show();
         activateWindow();
     }
-    void mouseReleaseEvent(QMouseEvent*) override { log.Note(QStringLiteral("released")); } // what the box passes on
+    void mousePressEvent(QMouseEvent*) override { log.Note(QStringLiteral("pressed")); } // what the box passes on
+    void mouseReleaseEvent(QMouseEvent*) override { log.Note(QStringLiteral("released")); }
     void Click(int fromRight) { QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(220 - fromRight, 13)); }
 
     SearchBox* box = new SearchBox(this);
@@ -52,7 +53,7 @@ private Q_SLOTS:
         d.Click(10);
         d.Click(10); // no button any more
         QCOMPARE(d.box->text(), QString());
-        QCOMPARE(d.log.Take(), Words("searchStarted() resetSearch() searchStarted() resetSearch() resetSearch() released"));
+        QCOMPARE(d.log.Take(), Words("searchStarted() resetSearch() searchStarted() pressed resetSearch() resetSearch() released"));
     }
 
     // Return searches and stays in the box; Escape still closes the dialog.
@@ -68,7 +69,7 @@ private Q_SLOTS:
         QTest::keyClicks(d.box, QStringLiteral("again"));
         d.Click(10);
         QCOMPARE(d.box->text(), QStringLiteral("again"));
-        QCOMPARE(d.log.Take(), Words("searchStarted() resetSearch() released searchStarted() released"));
+        QCOMPARE(d.log.Take(), Words("searchStarted() pressed resetSearch() released pressed searchStarted() released"));
         QTest::keyClick(d.box, Qt::Key_Escape);
         QTRY_VERIFY(!d.isVisible());
     }
@@ -89,7 +90,7 @@ private Q_SLOTS:
             QTRY_COMPARE(d.box->State(), int(state));
             QCOMPARE(d.box->cursor().shape(), state == SearchBox::NoButton ? Qt::IBeamCursor : Qt::ArrowCursor);
             d.Click(fromRight);
-            QCOMPARE(d.log.Take(), Words(QList<const char*>{"", "searchStarted() released", "", "historyBrowse() released"}.at(state)));
+            QCOMPARE(d.log.Take(), Words(QList<const char*>{"", "pressed searchStarted() released", "", "pressed historyBrowse() released"}.at(state)));
             QCOMPARE(d.box->State(), int(state));
             QTest::mouseMove(d.box, QPoint(20, 13));
             QTRY_COMPARE(d.box->State(), int(SearchBox::NoButton));

@@ -8,8 +8,6 @@
 
 #include "test_support.h"
 
-// The small text widgets and helpers: rich text, the multi-line label, the linkable check
-// box and its link markup.
 class TestTextHelpers : public QObject
 {
     Q_OBJECT

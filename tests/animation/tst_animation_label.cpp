@@ -28,7 +28,6 @@ private Q_SLOTS:
         connect(label.movie(), &QMovie::stateChanged, &label, [&](QMovie::MovieState state) { states << state; });
         connect(label.movie(), &QMovie::frameChanged, &label, [&] { seen << label.movie()->currentImage().pixel(4, 4); });
         label.setMoviePath(stripes);
-        QCOMPARE(label.moviePath(), stripes);
         QTRY_COMPARE(seen, (QSet<QRgb>{qRgb(255, 0, 0), qRgb(0, 255, 0), qRgb(0, 0, 255)}));
         label.setPaused(true), label.stop(), label.start();
         const LogCapture::Mark mark;

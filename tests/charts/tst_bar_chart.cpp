@@ -1,9 +1,8 @@
 #include <qt_halvo/charts/bar_chart.h>
 
-#include "styles_probes.h"
+#include "test_support.h"
 
 using namespace OrvantaQT;
-using namespace StylesProbes;
 using namespace TestSupport;
 
 namespace {

@@ -1,10 +1,10 @@
 #include <qt_halvo/charts/pie_chart.h>
 
-#include "styles_probes.h"
+#include "test_support.h"
 
 using OrvantaQT::PieChart;
-using StylesProbes::Colours;
-using StylesProbes::Pixels;
+using TestSupport::Colours;
+using TestSupport::Pixels;
 
 namespace {
 
@@ -70,7 +70,7 @@ private Q_SLOTS:
     {
         PieChart chart;
         QCOMPARE(chart.property("class").toString(), QStringLiteral("pieWidget"));
-        QCOMPARE(StylesProbes::FirstNotReset(&chart, {{"value", 5}, {"maximum", 7}, {"borderWidth", 9},
+        QCOMPARE(TestSupport::FirstNotReset(&chart, {{"value", 5}, {"maximum", 7}, {"borderWidth", 9},
                                                      {"borderColor", QColor(Qt::green)}, {"innerSize", 11}}),
                  QString());
         chart.resize(100, 100);
@@ -89,7 +89,7 @@ private Q_SLOTS:
         chart.setInnerSize(-80); // a wider hole empties the old ring's inner part
         QCOMPARE(Pixels(Paint(chart), {{40, 100}}), Colours("white"));
         QVERIFY(TestSupport::ShowAndWait(&chart));
-        QVERIFY(StylesProbes::Repaints(&chart, [&chart] { chart.setEnabled(false); }));
+        QVERIFY(TestSupport::Repaints(&chart, [&chart] { chart.setEnabled(false); }));
     }
 };
 

@@ -1,6 +1,6 @@
 #include <qt_halvo/charts/plot_widget.h>
 
-#include "styles_probes.h"
+#include "test_support.h"
 
 using OrvantaQT::PlotWidget;
 
@@ -55,7 +55,7 @@ private Q_SLOTS:
     {
         PlotWidget plot;
         plot.resize(100, 50);
-        QCOMPARE(StylesProbes::FirstNotReset(&plot, {{"radius", 3}, {"showPoly", true}, {"brushColor", QColor(Qt::red)},
+        QCOMPARE(TestSupport::FirstNotReset(&plot, {{"radius", 3}, {"showPoly", true}, {"brushColor", QColor(Qt::red)},
                                                     {"useShading", true}, {"minValue", 50}, {"pointsOnScreen", 5},
                                                     {"pollingTimeout", 100}}),
                  QString());
@@ -66,7 +66,7 @@ private Q_SLOTS:
             {"minValue", [&] { plot.setMinValue(50); }},     {"points", [&] { plot.setPointsOnScreen(5); }},
             {"reset value", [&] { plot.resetValue(); }}};
         for (const auto& change : changes)
-            QVERIFY2(StylesProbes::Repaints(&plot, change.second), change.first);
+            QVERIFY2(TestSupport::Repaints(&plot, change.second), change.first);
         plot.setPollingTimeout(150);
         plot.startPolling(true);
         plot.setValue(9);

@@ -7,12 +7,6 @@ using OrvantaQT::AnchorLayout;
 // l, c, r: left, centre, right; t, m, b: top, middle, bottom.
 static Qt::AnchorPoint Point(QChar letter) { return Qt::AnchorPoint(QStringLiteral("lcrtmb").indexOf(letter)); }
 
-static bool SetWorkArea(const QRect& area)
-{
-    const QString value = QStringLiteral("%1, %2, %3, %4").arg(area.x()).arg(area.y()).arg(area.width()).arg(area.height());
-    return QProcess::execute(QStringLiteral("xprop"), {"-root", "-f", "_NET_WORKAREA", "32c", "-set", "_NET_WORKAREA", value}) == 0;
-}
-
 class TestAnchorLayout : public QObject
 {
     Q_OBJECT
@@ -87,7 +81,7 @@ private Q_SLOTS:
         QVERIFY(TestSupport::ShowAndWait(&toast));
         const QRect screen = QGuiApplication::primaryScreen()->geometry();
         const QRect smaller(40, 30, screen.width() - 140, screen.height() - 80);
-        QVERIFY(SetWorkArea(smaller));
+        QVERIFY(TestSupport::SetWorkArea(smaller));
         QTRY_COMPARE_WITH_TIMEOUT(toast.frameGeometry(), QRect(smaller.bottomRight() - QPoint(215, 95), QSize(200, 80)), 10000);
         QWindow window; // placed once, by its frame
         window.resize(200, 100);

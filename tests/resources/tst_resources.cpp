@@ -16,6 +16,9 @@ private Q_SLOTS:
         QTranslator german, russian;
         QVERIFY(german.load(QStringLiteral(":/translations/qt_halvo_de")));
         QVERIFY(russian.load(QStringLiteral(":/translations/qt_halvo_ru")));
+        // The busy animation of the line edits: twelve 16 px frames, and again at twice the density.
+        QCOMPARE(QImage(QStringLiteral(":/preloader_animation_16.png")).size(), QSize(12 * 16, 16));
+        QCOMPARE(QImage(QStringLiteral(":/preloader_animation_16@2x.png")).size(), QSize(12 * 32, 32));
         QVERIFY(!OrvantaQT::VersionString().isEmpty());
     }
 };

@@ -60,10 +60,57 @@ QFont TestFont(int pixelSize)
     return font;
 }
 
+QStringList Pixels(const QImage& image, const QVector<QPoint>& points)
+{
+    QStringList names;
+    for (const QPoint& point : points)
+        names << image.pixelColor(point).name(QColor::HexArgb);
+    return names;
+}
+
+QStringList Colours(const char* names)
+{
+    QStringList colours;
+    for (const QString& name : Words(names))
+        colours << QColor(name).name(QColor::HexArgb);
+    return colours;
+}
+
 bool ShowAndWait(QWidget* widget)
 {
     widget->show();
     return QTest::qWaitForWindowExposed(widget);
+}
+
+bool Repaints(QWidget* widget, const std::function<void()>& change)
+{
+    struct Counter : QObject
+    {
+        int paints = 0;
+        bool eventFilter(QObject*, QEvent* event) override { paints += event->type() == QEvent::Paint; return false; }
+    } counter;
+    QCoreApplication::processEvents();
+    widget->installEventFilter(&counter);
+    change();
+    return QTest::qWaitFor([&counter] { return counter.paints > 0; });
+}
+
+QString FirstNotReset(QObject* object, std::initializer_list<std::pair<const char*, QVariant>> properties)
+{
+    for (const auto& [name, other] : properties) {
+        const QVariant first = object->property(name);
+        const QMetaProperty property = object->metaObject()->property(object->metaObject()->indexOfProperty(name));
+        if (!object->setProperty(name, other) || object->property(name) == first || !property.reset(object)
+            || object->property(name) != first)
+            return QLatin1String(name);
+    }
+    return QString();
+}
+
+bool SetWorkArea(const QRect& area)
+{
+    const QString value = QStringLiteral("%1, %2, %3, %4").arg(area.x()).arg(area.y()).arg(area.width()).arg(area.height());
+    return QProcess::execute(QStringLiteral("xprop"), {"-root", "-f", "_NET_WORKAREA", "32c", "-set", "_NET_WORKAREA", value}) == 0;
 }
 
 ChildResult RunSelf(const QStringList& arguments, const QStringList& environment, const QString& folder)

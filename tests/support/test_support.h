@@ -1,6 +1,7 @@
 // What the library's tests share: Qt Test and Qt Widgets, the log capture, a recorder of
-// signals in the order they come, pictures of widgets as painted, and child processes of
-// the test executable itself.
+// signals in the order they come, pictures of widgets as painted and their colours,
+// repaints, property resets, the screen's work area, and child processes of the test
+// executable itself.
 #pragma once
 
 #include "log_capture.h"
@@ -9,6 +10,7 @@
 #include <QtWidgets/QtWidgets>
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 #include <initializer_list>
 
@@ -46,8 +48,23 @@ QRect Changed(const QImage& a, const QImage& b, const QRect& area = QRect(0, 0, 
 // DejaVu Sans (the test set-up installs it) at a pixel size: the same widths everywhere.
 QFont TestFont(int pixelSize = 13);
 
+// The colours of the image at the points, named "#aarrggbb" (as QColor::name() does).
+QStringList Pixels(const QImage& image, const QVector<QPoint>& points);
+// Colours by name ("red #808080 transparent"), as Pixels() gives them.
+QStringList Colours(const char* names);
+
 // Shows a top-level widget and waits until the window system has shown it.
 bool ShowAndWait(QWidget* widget);
+
+// Whether the widget, shown, is painted again after change(), as it must ask for.
+bool Repaints(QWidget* widget, const std::function<void()>& change);
+
+// The first of the properties, each given with another value than its first, whose reset
+// does not bring back its first value; empty when all do.
+QString FirstNotReset(QObject* object, std::initializer_list<std::pair<const char*, QVariant>> properties);
+
+// Publishes a new work area of the screen, as a window manager would.
+bool SetWorkArea(const QRect& area);
 
 // Whether the values only rise (or only fall), as an animation's steps should.
 template <typename Values>

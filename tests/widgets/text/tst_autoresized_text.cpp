@@ -116,7 +116,7 @@ private Q_SLOTS:
     // Only with hoverUnderline: a pointing hand, "hovered" for style sheets and clicked().
     void clickableWhenAskedTo()
     {
-        struct : QWidget { QStringList* log; void mouseReleaseEvent(QMouseEvent*) override { *log << "released"; } } window; // what the label passes on
+        struct : QWidget { QStringList* log = nullptr; void mouseReleaseEvent(QMouseEvent*) override { *log << "released"; } } window; // what the label passes on
         auto* label = new OrvantaQT::AutoresizedText(m_long, &window);
         label->setGeometry(10, 10, 250, 30);
         QVERIFY(TestSupport::ShowAndWait(&window));

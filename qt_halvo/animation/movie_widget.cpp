@@ -1,5 +1,7 @@
 #include <qt_halvo/animation/movie_widget.h>
 
+#include "frame_sheet_p.h"
+
 #include <qt_halvo/utilities/logging_p.h>
 
 #include <QtCore/QTimerEvent>
@@ -155,15 +157,6 @@ bool MovieWidget::HasFrameSize() const
     return m_frameWidth >= 0 && m_frameHeight >= 0;
 }
 
-// Frame `index` of a strip whose frames are `scale` times the frame size, scaled to target.
-QPixmap MovieWidget::Frame(const QPixmap& strip, int index, int scale, const QSize& target) const
-{
-    const QPoint origin = m_vertical ? QPoint(0, index * m_frameHeight) : QPoint(index * m_frameWidth, 0);
-    QPixmap frame = strip.copy(QRect(origin * scale, QSize(m_frameWidth, m_frameHeight) * scale));
-    frame.setDevicePixelRatio(1);
-    return frame.scaled(target * scale, Qt::IgnoreAspectRatio, Qt::FastTransformation);
-}
-
 void MovieWidget::UpdateScaledPixmap()
 {
     m_frames.clear();
@@ -178,13 +171,8 @@ void MovieWidget::UpdateScaledPixmap()
         return;
     // Until the first resize there is no contents rectangle; the frames keep their size.
     const QSize target = m_targetRect.isEmpty() ? QSize(m_frameWidth, m_frameHeight) : m_targetRect.size();
-    for (int i = 0; i < m_quantity; ++i) {
-        QIcon icon;
-        icon.addPixmap(Frame(m_multiPixmap, i, 1, target), QIcon::Normal, QIcon::Off);
-        if (!m_multiPixmapHiDpi.isNull())
-            icon.addPixmap(Frame(m_multiPixmapHiDpi, i, 2, target), QIcon::Normal, QIcon::Off);
-        m_frames.append(icon);
-    }
+    m_frames = FrameSheet::Cut(m_multiPixmap, m_multiPixmapHiDpi, m_quantity, m_vertical ? 1 : m_quantity,
+                               QSize(m_frameWidth, m_frameHeight), target);
 }
 
 void MovieWidget::paintEvent(QPaintEvent*)
@@ -246,17 +234,8 @@ void MovieWidget::RenderTo(QPainter* painter, const QRect& rect, int alignment)
     if (!painter || m_currentIndex < 0 || m_currentIndex >= m_frames.size())
         return;
     const QSize size = HasFrameSize() ? QSize(m_frameWidth, m_frameHeight) : QLabel::sizeHint();
-    int y = rect.top() + (rect.height() - size.height()) / 2;
-    if (alignment & Qt::AlignTop)
-        y = rect.top();
-    else if (alignment & Qt::AlignBottom)
-        y = rect.bottom() - size.height();
-    int x = rect.left() + (rect.width() - size.width()) / 2;
-    if (alignment & Qt::AlignLeft)
-        x = rect.left();
-    else if (alignment & Qt::AlignRight)
-        x = rect.right() - size.width();
-    painter->drawPixmap(QRect(QPoint(x, y), size), m_frames[m_currentIndex].pixmap(size, QIcon::Normal, QIcon::Off));
+    painter->drawPixmap(FrameSheet::Align(size, rect, alignment),
+                        m_frames[m_currentIndex].pixmap(size, QIcon::Normal, QIcon::Off));
 }
 
 } // namespace OrvantaQT

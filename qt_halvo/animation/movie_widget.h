@@ -81,7 +81,6 @@ protected:
 
 private:
     bool HasFrameSize() const;
-    QPixmap Frame(const QPixmap& strip, int index, int scale, const QSize& target) const;
 
     int m_timerId = 0;
     QPixmap m_multiPixmap;

@@ -137,10 +137,19 @@ void CurtainWidget::SetCurtainShown(bool shown)
 
 void CurtainWidget::OnShowingEntered()
 {
-    if (m_snapshot.isNull())
+    if (m_snapshot.isNull()) {
+        // Only a shown widget renders its children, which it shows for the first time only
+        // when it is shown itself; nothing is painted before the event loop runs again.
+        if (m_container)
+            setGeometry(m_container->rect());
+        show();
+        if (m_content)
+            m_content->show();
         TakeSnapshot();
+    }
     if (m_content)
         m_content->hide();
+    Place();
     show();
     raise();
 }

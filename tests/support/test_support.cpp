@@ -144,4 +144,21 @@ QString RunTestFunctionInChild(const char* function, const QStringList& environm
     return passed ? QString() : child.output;
 }
 
+int TimerEvents(QObject* object, int milliseconds)
+{
+    struct Counter : QObject
+    {
+        int count = 0;
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            count += event->type() == QEvent::Timer;
+            return false;
+        }
+    } counter;
+    object->installEventFilter(&counter);
+    QTest::qWait(milliseconds);
+    object->removeEventFilter(&counter);
+    return counter.count;
+}
+
 } // namespace TestSupport

@@ -63,6 +63,21 @@ bool Repaints(QWidget* widget, const std::function<void()>& change);
 // does not bring back its first value; empty when all do.
 QString FirstNotReset(QObject* object, std::initializer_list<std::pair<const char*, QVariant>> properties);
 
+// A style with animations off (QStyle::SH_Widget_Animate), as desktops set for reduced motion.
+class StillStyle : public QProxyStyle
+{
+public:
+    StillStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returnData) const override
+    {
+        return hint == SH_Widget_Animate ? 0 : QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+};
+
+// The timer events the object gets while the event loop runs for this long.
+int TimerEvents(QObject* object, int milliseconds);
+
 // Publishes a new work area of the screen, as a window manager would.
 bool SetWorkArea(const QRect& area);
 

@@ -90,6 +90,18 @@ private Q_SLOTS:
         delete container;
         QVERIFY(!overlay);
     }
+    void speaksTheUsersLanguage()
+    {
+        QTranslator german;
+        QVERIFY(german.load(QStringLiteral(":/translations/qt_halvo_de")));
+        qApp->installTranslator(&german);
+        QWidget container;
+        auto* overlay = new InfoOverlayWidget(&container);
+        overlay->SetPreset(InfoOverlayWidget::Preset::ConnectionLost);
+        QCOMPARE(overlay->GetTitle() + " / " + overlay->GetActionText(), QString("Verbindung unterbrochen / Erneut versuchen"));
+        QCOMPARE(OrvantaQT::BusyIndicatorRing().accessibleName(), QString("Beschäftigt"));
+        qApp->removeTranslator(&german);
+    }
 };
 
 QTEST_MAIN(TestInfoOverlayWidget)

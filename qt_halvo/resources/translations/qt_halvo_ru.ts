@@ -2,6 +2,14 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU">
 <context>
+    <name>OrvantaQT::BusyIndicatorRing</name>
+    <message>
+        <location filename="../../animation/busy_indicator_ring.cpp" line="52"/>
+        <source>Busy</source>
+        <translation>Занят</translation>
+    </message>
+</context>
+<context>
     <name>OrvantaQT::ExpandingLabel</name>
     <message>
         <location filename="../../widgets/text/expanding_label.cpp" line="21"/>
@@ -14,6 +22,29 @@
         <source>Show less</source>
         <extracomment>Link after a whole text that shortens it again.</extracomment>
         <translation>Показать меньше</translation>
+    </message>
+</context>
+<context>
+    <name>OrvantaQT::InfoOverlayWidget</name>
+    <message>
+        <location filename="../../layouts/info_overlay_widget.cpp" line="164"/>
+        <source>No results</source>
+        <translation>Нет результатов</translation>
+    </message>
+    <message>
+        <location filename="../../layouts/info_overlay_widget.cpp" line="170"/>
+        <source>Loading…</source>
+        <translation>Загрузка…</translation>
+    </message>
+    <message>
+        <location filename="../../layouts/info_overlay_widget.cpp" line="176"/>
+        <source>Connection lost</source>
+        <translation>Соединение потеряно</translation>
+    </message>
+    <message>
+        <location filename="../../layouts/info_overlay_widget.cpp" line="178"/>
+        <source>Retry</source>
+        <translation>Повторить</translation>
     </message>
 </context>
 </TS>

@@ -8,7 +8,7 @@ qt_halvo_setup build test bench
 cmake --preset dev
 cmake --build --preset dev
 # Those that measure painting run on a private X server, the rest off screen.
-on_x_server=(bench_collapsing_pane)
+on_x_server=(bench_collapsing_pane bench_busy_curtains)
 for benchmark in build/dev/bin/bench_*; do
     if [[ " ${on_x_server[*]} " == *" $(basename "$benchmark") "* ]]; then
         tests/support/with_xvfb.sh "$benchmark" "$@"

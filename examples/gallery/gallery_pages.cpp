@@ -41,6 +41,9 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
         //: Page list entry: the hover overlay and the lightbox.
         {QStringLiteral("overlays"), QCoreApplication::translate("Gallery", "Overlays"), CreateOverlaysPage, 0,
          OverlaysPageMoments()},
+        //: Page list entry: the busy ring, the tile and progress animations, the curtains and the message overlay.
+        {QStringLiteral("busy"), QCoreApplication::translate("Gallery", "Busy and curtains"), CreateBusyPage, 200,
+         BusyPageMoments()},
         //: Page list entry: the text widgets.
         {QStringLiteral("text"), QCoreApplication::translate("Gallery", "Text"), CreateTextPage, 0, TextPageMoments()},
         //: Page list entry: the input widgets.

@@ -21,13 +21,15 @@ constexpr int kSideMargin = 16;
 // Lines longer than this many average characters are wrapped.
 constexpr int kLineCharacters = 48;
 
+// Texts span the overlay, so that their wrapped height is the one the overlay is sized
+// for, and centre their lines themselves; the other parts are centred at their own width.
 template <typename Part>
-Part* AddPart(Part* part, const char* role, QVBoxLayout* layout)
+Part* AddPart(Part* part, const char* role, QVBoxLayout* layout, Qt::Alignment alignment = Qt::AlignHCenter)
 {
     part->setObjectName(QLatin1String(role));
     part->setAccessibleName(QStringLiteral("InfoOverlayWidget_") + QLatin1String(role));
     part->setVisible(false);
-    layout->addWidget(part, 0, Qt::AlignHCenter);
+    layout->addWidget(part, 0, alignment);
     return part;
 }
 
@@ -38,10 +40,9 @@ InfoOverlayWidget::InfoOverlayWidget(QWidget* container)
     , m_container(container)
 {
     auto* layout = new QVBoxLayout(this);
-    layout->setAlignment(Qt::AlignCenter);
     m_iconLabel = AddPart(new QLabel(this), "Icon", layout);
-    m_title = AddPart(new QLabel(this), "Title", layout);
-    m_text = AddPart(new QLabel(this), "Text", layout);
+    m_title = AddPart(new QLabel(this), "Title", layout, Qt::Alignment());
+    m_text = AddPart(new QLabel(this), "Text", layout, Qt::Alignment());
     m_busy = AddPart(new BusyIndicatorRing(this), "BusyIndicator", layout);
     m_action = AddPart(new QPushButton(this), "ActionButton", layout);
     for (QLabel* label : {m_iconLabel, m_title, m_text}) {

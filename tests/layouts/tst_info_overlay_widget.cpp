@@ -39,7 +39,7 @@ private Q_SLOTS:
         container.resize(400, 300);
         auto* overlay = new InfoOverlayWidget(&container);
         overlay->SetText(QStringLiteral("Something to say"));
-        overlay->SetPreset(preset, QStringLiteral("Try another word."));
+        overlay->SetPreset(preset, QStringLiteral("Fetching the latest messages."));
         QVERIFY(TestSupport::ShowAndWait(&container));
         QStringList shown;
         for (QWidget* part : overlay->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
@@ -48,11 +48,13 @@ private Q_SLOTS:
         }
         QCOMPARE(shown.join(' '), parts);
         QCOMPARE(overlay->GetTitle(), title);
-        QCOMPARE(overlay->GetText(), QString("Try another word."));
+        QCOMPARE(overlay->GetText(), QString("Fetching the latest messages."));
         for (const QSize size : {QSize(400, 300), QSize(600, 500), QSize(200, 400)}) {
             container.resize(size);
             const QRect placed = overlay->geometry();
             QVERIFY(placed.width() <= size.width() - 32 && placed.height() >= overlay->layout()->minimumSize().height());
+            const QLabel* text = overlay->findChild<QLabel*>("Text");
+            QVERIFY2(text->height() >= text->heightForWidth(text->width()), "wrapped lines all there");
             QCOMPARE(placed.topLeft(), QPoint((size.width() - placed.width()) / 2,
                                               int((size.height() - placed.height()) * 0.45)));
         }

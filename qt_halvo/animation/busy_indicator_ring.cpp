@@ -83,7 +83,7 @@ int BusyIndicatorRing::CurrentStep() const
 
 bool BusyIndicatorRing::IsAnimating() const
 {
-    return m_timerId != 0;
+    return m_timer.isActive();
 }
 
 QSize BusyIndicatorRing::sizeHint() const
@@ -152,10 +152,7 @@ void BusyIndicatorRing::SetPeriod(int period)
     if (m_period == period)
         return;
     m_period = period;
-    if (m_timerId != 0) {
-        killTimer(m_timerId);
-        m_timerId = 0;
-    }
+    m_timer.stop();
     UpdateTimer();
 }
 
@@ -163,12 +160,10 @@ void BusyIndicatorRing::UpdateTimer()
 {
     // isVisible() stays true in a minimised window, whose widgets are sent hide events.
     const bool animate = m_running && isVisible() && !window()->isMinimized() && WidgetAnimationsEnabled(this);
-    if (animate && m_timerId == 0) {
-        m_timerId = startTimer(m_period / kDots);
-    } else if (!animate && m_timerId != 0) {
-        killTimer(m_timerId);
-        m_timerId = 0;
-    }
+    if (!animate)
+        m_timer.stop();
+    else if (!m_timer.isActive())
+        m_timer.start(m_period / kDots, this);
 }
 
 void BusyIndicatorRing::UpdateDots()
@@ -215,7 +210,7 @@ void BusyIndicatorRing::paintEvent(QPaintEvent*)
 
 void BusyIndicatorRing::timerEvent(QTimerEvent* event)
 {
-    if (event->timerId() != m_timerId) {
+    if (event->timerId() != m_timer.timerId()) {
         QWidget::timerEvent(event);
         return;
     }
@@ -238,10 +233,7 @@ void BusyIndicatorRing::showEvent(QShowEvent* event)
 void BusyIndicatorRing::hideEvent(QHideEvent* event)
 {
     QWidget::hideEvent(event);
-    if (m_timerId != 0) {
-        killTimer(m_timerId);
-        m_timerId = 0;
-    }
+    m_timer.stop();
 }
 
 void BusyIndicatorRing::changeEvent(QEvent* event)

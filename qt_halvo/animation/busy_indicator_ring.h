@@ -2,6 +2,7 @@
 
 #include <qt_halvo/qt_halvo_global.h>
 
+#include <QtCore/QBasicTimer>
 #include <QtCore/QVector>
 #include <QtGui/QColor>
 #include <QtWidgets/QWidget>
@@ -69,7 +70,7 @@ private:
     int m_thickness = 0;
     int m_period = 1000;
     int m_step = 0;
-    int m_timerId = 0;
+    QBasicTimer m_timer;
     QVector<QRectF> m_dots;
     // The colour of the dot i steps behind the bright one.
     QVector<QColor> m_shades;

@@ -116,10 +116,7 @@ void TileAnimationWidget::SetPeriod(int period)
     if (period == m_period)
         return;
     m_period = period;
-    if (m_timerId != 0) {
-        killTimer(m_timerId);
-        m_timerId = 0;
-    }
+    m_timer.stop();
     UpdateTimer();
 }
 
@@ -187,12 +184,10 @@ void TileAnimationWidget::UpdateFrames()
 void TileAnimationWidget::UpdateTimer()
 {
     const bool run = m_playing && isVisible() && m_frames.size() > 1;
-    if (run && m_timerId == 0) {
-        m_timerId = startTimer(m_period, Qt::CoarseTimer);
-    } else if (!run && m_timerId != 0) {
-        killTimer(m_timerId);
-        m_timerId = 0;
-    }
+    if (!run)
+        m_timer.stop();
+    else if (!m_timer.isActive())
+        m_timer.start(m_period, Qt::CoarseTimer, this);
 }
 
 void TileAnimationWidget::RenderTo(QPainter* painter, const QRect& rect, int alignment) const
@@ -222,7 +217,7 @@ void TileAnimationWidget::paintEvent(QPaintEvent*)
 
 void TileAnimationWidget::timerEvent(QTimerEvent* event)
 {
-    if (event->timerId() != m_timerId) {
+    if (event->timerId() != m_timer.timerId()) {
         QWidget::timerEvent(event);
         return;
     }
@@ -255,10 +250,7 @@ void TileAnimationWidget::showEvent(QShowEvent* event)
 void TileAnimationWidget::hideEvent(QHideEvent* event)
 {
     QWidget::hideEvent(event);
-    if (m_timerId != 0) {
-        killTimer(m_timerId);
-        m_timerId = 0;
-    }
+    m_timer.stop();
 }
 
 } // namespace OrvantaQT

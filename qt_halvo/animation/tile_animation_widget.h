@@ -2,6 +2,7 @@
 
 #include <qt_halvo/qt_halvo_global.h>
 
+#include <QtCore/QBasicTimer>
 #include <QtCore/QVector>
 #include <QtGui/QIcon>
 #include <QtGui/QPixmap>
@@ -92,7 +93,7 @@ private:
     bool m_looping = true;
     bool m_playing = true;
     int m_current = 0;
-    int m_timerId = 0;
+    QBasicTimer m_timer;
     QVector<QIcon> m_frames;
 };
 

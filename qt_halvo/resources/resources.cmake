@@ -25,8 +25,9 @@ qt5_add_resources(QT_HALVO_RESOURCES ${QT_HALVO_RESOURCE_DIR}/qt_halvo.qrc)
 target_sources(qt_halvo PRIVATE ${QT_HALVO_RESOURCES} ${QT_HALVO_TRANSLATION_RESOURCES} ${QT_HALVO_QM_FILES})
 
 # Refreshes the .ts sources from the code: cmake --build <dir> --target update_translations
+# (lupdate needs the include path to see the classes in their namespace)
 add_custom_target(update_translations
-    COMMAND Qt5::lupdate -locations relative -no-obsolete ${PROJECT_SOURCE_DIR}/qt_halvo -ts ${QT_HALVO_TRANSLATIONS}
+    COMMAND Qt5::lupdate -locations relative -no-obsolete -I ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/qt_halvo -ts ${QT_HALVO_TRANSLATIONS}
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
     COMMENT "Updating the translation sources"
     VERBATIM)

@@ -4,7 +4,7 @@
 <context>
     <name>OrvantaQT::BusyIndicatorRing</name>
     <message>
-        <location filename="../../animation/busy_indicator_ring.cpp" line="52"/>
+        <location filename="../../animation/busy_indicator_ring.cpp" line="+52"/>
         <source>Busy</source>
         <translation>Занят</translation>
     </message>
@@ -12,13 +12,13 @@
 <context>
     <name>OrvantaQT::ExpandingLabel</name>
     <message>
-        <location filename="../../widgets/text/expanding_label.cpp" line="21"/>
+        <location filename="../../widgets/text/expanding_label.cpp" line="+21"/>
         <source>Show more</source>
         <extracomment>Link after a shortened text that shows the whole text.</extracomment>
         <translation>Показать больше</translation>
     </message>
     <message>
-        <location filename="../../widgets/text/expanding_label.cpp" line="23"/>
+        <location line="+2"/>
         <source>Show less</source>
         <extracomment>Link after a whole text that shortens it again.</extracomment>
         <translation>Показать меньше</translation>
@@ -27,22 +27,22 @@
 <context>
     <name>OrvantaQT::InfoOverlayWidget</name>
     <message>
-        <location filename="../../layouts/info_overlay_widget.cpp" line="164"/>
+        <location filename="../../layouts/info_overlay_widget.cpp" line="+165"/>
         <source>No results</source>
         <translation>Нет результатов</translation>
     </message>
     <message>
-        <location filename="../../layouts/info_overlay_widget.cpp" line="170"/>
+        <location line="+6"/>
         <source>Loading…</source>
         <translation>Загрузка…</translation>
     </message>
     <message>
-        <location filename="../../layouts/info_overlay_widget.cpp" line="176"/>
+        <location line="+6"/>
         <source>Connection lost</source>
         <translation>Соединение потеряно</translation>
     </message>
     <message>
-        <location filename="../../layouts/info_overlay_widget.cpp" line="178"/>
+        <location line="+2"/>
         <source>Retry</source>
         <translation>Повторить</translation>
     </message>

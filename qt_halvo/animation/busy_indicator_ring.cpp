@@ -238,19 +238,12 @@ void BusyIndicatorRing::hideEvent(QHideEvent* event)
 
 void BusyIndicatorRing::changeEvent(QEvent* event)
 {
+    // The base repaints.
     QWidget::changeEvent(event);
-    switch (event->type()) {
-    case QEvent::PaletteChange:
+    if (event->type() == QEvent::PaletteChange)
         UpdateShades();
-        update();
-        break;
-    case QEvent::StyleChange:
+    else if (event->type() == QEvent::StyleChange)
         UpdateTimer();
-        update();
-        break;
-    default:
-        break;
-    }
 }
 
 } // namespace OrvantaQT

@@ -157,11 +157,9 @@ void CurtainWidget::OnShowingEntered()
 void CurtainWidget::OnShownEntered()
 {
     m_snapshot = QPixmap();
-    Place();
-    if (m_content) {
-        m_content->setGeometry(rect());
+    Place(); // which lays the content over the whole curtain
+    if (m_content)
         m_content->show();
-    }
     show();
     raise();
     update();

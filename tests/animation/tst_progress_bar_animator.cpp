@@ -35,6 +35,10 @@ private Q_SLOTS:
         animator->SetValue(10);
         QTest::qWait(30);
         QVERIFY(values.isEmpty() && !animator->IsAnimating());
+        // Moved by someone else, the bar is brought back.
+        bar.setValue(3);
+        animator->SetValue(10);
+        QTRY_COMPARE(bar.value(), 10);
     }
     // Busy shows the style's sweep (a 0..0 range) and comes back to the range and the last
     // value asked for, also one asked for while busy.

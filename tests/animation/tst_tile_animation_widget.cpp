@@ -122,6 +122,10 @@ private Q_SLOTS:
         QCOMPARE(QVector<int>({tiles.GetRows(), tiles.GetColumns(), tiles.GetQuantity(), tiles.GetPeriod()}),
                  QVector<int>({2, 3, 5, 40}));
         QVERIFY(!tiles.LoadSheet(QStringLiteral("/nonexistent/sheet.png")));
+        QTemporaryDir folder;
+        const QString saved = folder.filePath("sheet.png");
+        QVERIFY(Sheet(2, 3, Hues(5), QSize(4, 4)).save(saved));
+        QVERIFY(tiles.LoadSheet(saved) && tiles.LoadSheet(saved, saved) && tiles.GetSheetHiDpi().size() == QSize(12, 8));
         tiles.SetSheet(Sheet(1, 2, {Qt::red}, QSize(1, 1)));
         QStringList texts = mark.Texts();
         QCOMPARE(texts.size(), 6);
@@ -137,6 +141,7 @@ private Q_SLOTS:
         QVERIFY(TestSupport::ShowAndWait(&tiles));
         QCOMPARE(TestSupport::TimerEvents(&tiles, 30), 0);
         QCOMPARE(TestSupport::Render(&tiles).pixelColor(5, 5).alpha(), 0);
+        QVERIFY(TestSupport::Repaints(&tiles, [&tiles] { tiles.SetSheet(Sheet(2, 3, Hues(6), QSize(4, 4))); }));
     }
 };
 

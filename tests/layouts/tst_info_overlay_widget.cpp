@@ -59,6 +59,9 @@ private Q_SLOTS:
                                               int((size.height() - placed.height()) * 0.45)));
         }
         QCOMPARE(overlay->BusyIndicator()->IsAnimating(), preset == InfoOverlayWidget::Preset::Loading);
+        const int height = overlay->height();
+        overlay->SetBusy(!overlay->IsBusy());
+        QVERIFY(overlay->height() != height);
     }
     // The mouse reaches the container through the message, but not through the button.
     void mousePassesThroughButTheButton()

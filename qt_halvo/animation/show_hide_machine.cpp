@@ -66,9 +66,4 @@ bool ShowHideMachine::IsShown() const
     return m_machine.IsInAnyOf({m_shown});
 }
 
-bool ShowHideMachine::IsMoving() const
-{
-    return m_machine.IsInAnyOf({m_showing, m_hiding});
-}
-
 } // namespace OrvantaQT

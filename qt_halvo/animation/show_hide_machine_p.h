@@ -1,7 +1,7 @@
 // The four states of a widget that is shown and hidden with an animation: "HiddenState",
 // "ShowingState", "ShownState" and "HidingState". The owner's DoShow() and DoHide()
-// signals are the triggers; a moving state ends when `finishedSender` emits the given
-// signal, or, without a sender, when its properties have been assigned. The owner's
+// signals are the triggers; a moving state ends when the sender of `Ends` emits its
+// signal, or, without a sender, when the state's properties have been assigned. The owner's
 // slots OnShowingEntered(), OnShownEntered(), OnShownExited(), OnHidingEntered(),
 // OnHiddenEntered() and OnHiddenExited() are called as the states change.
 #pragma once
@@ -22,8 +22,8 @@ public:
         const char* hidden = nullptr; // and the hiding state
     };
 
-    // `value(shown)` gives the assignments of the shown and showing, or of the hidden and
-    // hiding states; the animation, if any, carries every change between them.
+    // The showing and shown states assign shownValues, the hiding and hidden ones
+    // hiddenValues; the animation, if any, carries every change between them.
     ShowHideMachine(QObject* owner, QAbstractAnimation* animation, const Ends& ends,
                     const QVector<AnimatedStateMachine::Assignment>& shownValues,
                     const QVector<AnimatedStateMachine::Assignment>& hiddenValues);
@@ -31,7 +31,6 @@ public:
     // Asks for the shown or the hidden state (see AnimatedStateMachine::Request).
     void Request(bool shown);
     bool IsShown() const;
-    bool IsMoving() const;
 
 private:
     QObject* m_owner;

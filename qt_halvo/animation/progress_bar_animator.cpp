@@ -17,7 +17,6 @@ ProgressBarAnimator::ProgressBarAnimator(QProgressBar* bar)
         QTH_LOG_ERROR("ProgressBarAnimator: no progress bar to drive; it does nothing");
         return;
     }
-    m_value = qMax(bar->value(), bar->minimum());
     m_animation = new QPropertyAnimation(bar, "value", this);
     m_animation->setDuration(400);
     m_animation->setEasingCurve(QEasingCurve::OutCubic);
@@ -27,7 +26,12 @@ ProgressBarAnimator::~ProgressBarAnimator() = default;
 
 int ProgressBarAnimator::GetValue() const
 {
-    return m_value;
+    if (!m_bar)
+        return 0;
+    if (m_busy)
+        return m_valueAfterBusy;
+    // A reset bar reads one below its minimum.
+    return IsAnimating() ? m_animation->endValue().toInt() : qMax(m_bar->value(), m_bar->minimum());
 }
 
 bool ProgressBarAnimator::IsBusy() const
@@ -76,14 +80,15 @@ void ProgressBarAnimator::SetValue(int value)
     if (bounded != value)
         QTH_LOG_WARNING("ProgressBarAnimator: %d is outside the bar's range %d..%d; %d is shown", value, minimum,
                         maximum, bounded);
-    if (bounded == m_value && (m_busy || m_bar->value() == bounded || IsAnimating()))
+    if (m_busy) {
+        m_valueAfterBusy = bounded;
         return;
-    m_value = bounded;
-    if (m_busy)
+    }
+    // Already there, or on the way there.
+    if (IsAnimating() ? m_animation->endValue().toInt() == bounded : m_bar->value() == bounded)
         return;
-    m_animation->stop();
-    // A reset bar reads one below its minimum.
     const int from = qMax(m_bar->value(), m_bar->minimum());
+    m_animation->stop();
     if (from == bounded || m_animation->duration() == 0 || !WidgetAnimationsEnabled(m_bar)) {
         m_bar->setValue(bounded);
         return;
@@ -97,19 +102,20 @@ void ProgressBarAnimator::SetBusy(bool busy)
 {
     if (!m_bar || busy == m_busy)
         return;
-    m_busy = busy;
     if (busy) {
+        m_valueAfterBusy = GetValue();
+        m_busy = true;
         m_animation->stop();
         m_minimum = m_bar->minimum();
         m_maximum = m_bar->maximum();
         m_bar->setRange(0, 0);
         return;
     }
+    m_busy = false;
     // A range the host set meanwhile stays.
     if (m_bar->minimum() == 0 && m_bar->maximum() == 0)
         m_bar->setRange(m_minimum, m_maximum);
-    m_value = qBound(m_bar->minimum(), m_value, m_bar->maximum());
-    m_bar->setValue(m_value);
+    m_bar->setValue(qBound(m_bar->minimum(), m_valueAfterBusy, m_bar->maximum()));
 }
 
 } // namespace OrvantaQT

@@ -47,8 +47,9 @@ public Q_SLOTS:
 private:
     QPointer<QProgressBar> m_bar;
     QPropertyAnimation* m_animation = nullptr;
-    int m_value = 0;
     bool m_busy = false;
+    // What the bar shows when it is no longer busy.
+    int m_valueAfterBusy = 0;
     // The range the bar had before it was made busy.
     int m_minimum = 0;
     int m_maximum = 100;

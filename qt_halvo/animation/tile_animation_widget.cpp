@@ -42,6 +42,7 @@ QPixmap TileAnimationWidget::GetSheet() const
 void TileAnimationWidget::SetSheet(const QPixmap& sheet)
 {
     m_sheet = sheet;
+    ReportSheetTooSmall();
     UpdateFrames();
     updateGeometry();
     update();
@@ -97,6 +98,7 @@ void TileAnimationWidget::SetGrid(int rows, int columns, int quantity)
     m_quantity = quantity;
     if (m_current >= quantity)
         m_current = 0;
+    ReportSheetTooSmall();
     UpdateFrames();
     updateGeometry();
     update();
@@ -167,17 +169,26 @@ QSize TileAnimationWidget::FrameSize() const
     return QSize(m_sheet.width() / m_columns, m_sheet.height() / m_rows);
 }
 
-void TileAnimationWidget::UpdateFrames()
+bool TileAnimationWidget::SheetTooSmall() const
 {
-    if (!m_sheet.isNull() && FrameSize().isEmpty()) {
+    return !m_sheet.isNull() && FrameSize().isEmpty();
+}
+
+void TileAnimationWidget::ReportSheetTooSmall() const
+{
+    if (SheetTooSmall())
         QTH_LOG_WARNING("TileAnimationWidget: a sheet of %d x %d pixels is too small for %d x %d tiles",
                         m_sheet.width(), m_sheet.height(), m_rows, m_columns);
+}
+
+void TileAnimationWidget::UpdateFrames()
+{
+    if (SheetTooSmall()) {
         m_frames.clear();
-        UpdateTimer();
-        return;
+    } else {
+        const QSize target = contentsRect().isEmpty() ? FrameSize() : contentsRect().size();
+        m_frames = FrameSheet::Cut(m_sheet, m_sheetHiDpi, m_quantity, m_columns, FrameSize(), target);
     }
-    const QSize target = contentsRect().isEmpty() ? FrameSize() : contentsRect().size();
-    m_frames = FrameSheet::Cut(m_sheet, m_sheetHiDpi, m_quantity, m_columns, FrameSize(), target);
     UpdateTimer();
 }
 

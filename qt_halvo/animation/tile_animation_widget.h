@@ -81,6 +81,8 @@ protected:
 
 private:
     QSize FrameSize() const;
+    bool SheetTooSmall() const;
+    void ReportSheetTooSmall() const;
     void UpdateFrames();
     void UpdateTimer();
 

@@ -34,7 +34,6 @@ CurtainSemiTransparentWidget::CurtainSemiTransparentWidget(QWidget* container, i
         QVector<AnimatedStateMachine::Assignment>{}, QVector<AnimatedStateMachine::Assignment>{});
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget*, QWidget* now) { KeepFocusOut(now); });
-    Cover();
 }
 
 CurtainSemiTransparentWidget::~CurtainSemiTransparentWidget() = default;
@@ -84,14 +83,11 @@ void CurtainSemiTransparentWidget::Appear()
     show();
     Cover();
     raise();
-    // Focus in the container moves to the shade; where it was is where it goes back to.
-    QWidget* focus = QApplication::focusWidget();
-    if (focus && focus != this && m_container->isAncestorOf(focus)) {
-        m_focusBefore = focus;
-        setFocus(Qt::OtherFocusReason);
-    }
+    KeepFocusOut(QApplication::focusWidget());
 }
 
+// Focus that goes into the container goes to the shade; where it was going is where it
+// goes back to when the shade has gone.
 void CurtainSemiTransparentWidget::KeepFocusOut(QWidget* now)
 {
     if (!now || isHidden() || now == this || !m_container || !m_container->isAncestorOf(now))
@@ -158,8 +154,6 @@ bool CurtainSemiTransparentWidget::event(QEvent* event)
     case QEvent::TabletMove:
     case QEvent::TabletRelease:
         // Taken here, so that it does not reach the container through the parent chain.
-        if (event->type() == QEvent::MouseButtonPress)
-            setFocus(Qt::MouseFocusReason);
         event->accept();
         return true;
     default:

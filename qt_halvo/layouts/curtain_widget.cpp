@@ -29,7 +29,6 @@ CurtainWidget::CurtainWidget(QWidget* container)
     m_machine = std::make_unique<ShowHideMachine>(this, m_animation, ShowHideMachine::Ends{},
                                                   QVector<AnimatedStateMachine::Assignment>{{this, "position", 1.0}},
                                                   QVector<AnimatedStateMachine::Assignment>{{this, "position", 0.0}});
-    Place();
 }
 
 CurtainWidget::~CurtainWidget() = default;
@@ -137,12 +136,11 @@ void CurtainWidget::SetCurtainShown(bool shown)
 
 void CurtainWidget::OnShowingEntered()
 {
+    show();
+    raise();
     if (m_snapshot.isNull()) {
-        // Only a shown widget renders its children, which it shows for the first time only
-        // when it is shown itself; nothing is painted before the event loop runs again.
-        if (m_container)
-            setGeometry(m_container->rect());
-        show();
+        // Children never shown are not rendered, and they are shown for the first time only
+        // with a shown parent; nothing is painted before the event loop runs again.
         if (m_content)
             m_content->show();
         TakeSnapshot();
@@ -150,14 +148,12 @@ void CurtainWidget::OnShowingEntered()
     if (m_content)
         m_content->hide();
     Place();
-    show();
-    raise();
 }
 
 void CurtainWidget::OnShownEntered()
 {
     m_snapshot = QPixmap();
-    Place(); // which lays the content over the whole curtain
+    Place();
     if (m_content)
         m_content->show();
     show();

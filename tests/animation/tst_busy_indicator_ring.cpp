@@ -88,9 +88,17 @@ private Q_SLOTS:
         ring.setPalette(palette);
         const auto top = [&ring] { return TestSupport::Render(&ring).pixelColor(24, 4).name(QColor::HexArgb); };
         QCOMPARE(top(), QString("#ff007800"));
-        ring.SetColor(QColor(0, 0, 200));
+        ring.setStyleSheet("OrvantaQT--BusyIndicatorRing { qproperty-color: #0000c8; }");
+        ring.ensurePolished();
         QCOMPARE(top(), QString("#ff0000c8"));
-        QCOMPARE(ring.sizeHint(), QSize(2, 2) * ring.fontMetrics().height());
+        // A square that grows with the font.
+        QVector<QSize> hints;
+        for (const int pixels : {10, 20}) {
+            ring.setFont(TestSupport::TestFont(pixels));
+            hints << ring.sizeHint();
+        }
+        QVERIFY(hints[0].width() == hints[0].height() && hints[0].width() >= 20);
+        QVERIFY(hints[1].width() == hints[1].height() && hints[1].width() > hints[0].width() * 3 / 2);
         const LogCapture::Mark mark;
         ring.SetThickness(-1), ring.SetPeriod(11), ring.SetPeriod(-5);
         QCOMPARE(mark.Texts(), QStringList({"3 BusyIndicatorRing: a negative thickness (-1) is ignored",

@@ -141,6 +141,7 @@ private Q_SLOTS:
         QVERIFY(TestSupport::ShowAndWait(&tiles));
         QCOMPARE(TestSupport::TimerEvents(&tiles, 30), 0);
         QCOMPARE(TestSupport::Render(&tiles).pixelColor(5, 5).alpha(), 0);
+        QCOMPARE(mark.Texts().size(), 6); // said once, not again on each resize
         QVERIFY(TestSupport::Repaints(&tiles, [&tiles] { tiles.SetSheet(Sheet(2, 3, Hues(6), QSize(4, 4))); }));
     }
 };

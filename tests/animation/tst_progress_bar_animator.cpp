@@ -55,8 +55,11 @@ private Q_SLOTS:
         animator->SetBusy(false);
         QCOMPARE(QVector<int>({bar.minimum(), bar.maximum(), bar.value()}), QVector<int>({5, 50, 40}));
         QCOMPARE(bar.text(), QString("77%"));
+        animator->SetValue(45); // no longer busy: moves
+        QVERIFY(animator->IsAnimating());
         // A range the host sets while busy stays.
         animator->SetBusy(true);
+        QCOMPARE(bar.maximum(), 0);
         bar.setRange(0, 10);
         animator->SetBusy(false);
         QCOMPARE(QVector<int>({bar.minimum(), bar.maximum(), bar.value()}), QVector<int>({0, 10, 10}));

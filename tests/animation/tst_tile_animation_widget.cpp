@@ -81,6 +81,12 @@ private Q_SLOTS:
         QVERIFY(TestSupport::ShowAndWait(&tiles));
         QTRY_VERIFY(seen.endsWith("Finished"));
         QCOMPARE(seen, expected);
+        // A new sheet shows at once.
+        const auto corner = [&tiles] { return TestSupport::Render(&tiles).pixelColor(0, 0).name(); };
+        tiles.SetSheet(Sheet(rows, columns, Hues(quantity, 60), QSize(10, 6)));
+        QCOMPARE(corner(), (dense ? darker : Hues(quantity, 60))[quantity - 1].name());
+        tiles.SetSheetHiDpi(Sheet(rows, columns, Hues(quantity, 30), QSize(20, 12)));
+        QCOMPARE(corner(), Hues(quantity, dense ? 30 : 60)[quantity - 1].name());
     }
     // Looping goes round; one-shot stops on the last frame once; the timer runs only while
     // playing and shown.
@@ -102,13 +108,19 @@ private Q_SLOTS:
         tiles.Start(); // from the first frame again
         QTRY_VERIFY(log.lines.endsWith("Finished()"));
         QCOMPARE(log.Take(), TestSupport::Words("FrameChanged(1) FrameChanged(2) Finished()"));
+        // Stopped on the last frame while looping, it stays there and goes on from there.
+        const auto stopOnLast = connect(&tiles, &TileAnimationWidget::FrameChanged, this, [&tiles](int frame) {
+            if (frame == 2)
+                tiles.Stop();
+        });
         tiles.SetLooping(true), tiles.Start();
-        QVERIFY(TestSupport::TimerEvents(&tiles, 30) > 0);
-        tiles.Stop();
-        const int stoppedAt = tiles.CurrentFrame();
+        QTRY_VERIFY(!tiles.IsPlaying());
+        disconnect(stopOnLast);
         QCOMPARE(TestSupport::TimerEvents(&tiles, 30), 0);
-        QCOMPARE(tiles.CurrentFrame(), stoppedAt);
-        tiles.Start(), tiles.hide();
+        QCOMPARE(tiles.CurrentFrame(), 2);
+        tiles.Start();
+        QCOMPARE(tiles.CurrentFrame(), 2);
+        tiles.hide();
         QCOMPARE(TestSupport::TimerEvents(&tiles, 30), 0);
         tiles.show();
         QVERIFY(TestSupport::TimerEvents(&tiles, 30) > 0);
@@ -125,7 +137,8 @@ private Q_SLOTS:
         QTemporaryDir folder;
         const QString saved = folder.filePath("sheet.png");
         QVERIFY(Sheet(2, 3, Hues(5), QSize(4, 4)).save(saved));
-        QVERIFY(tiles.LoadSheet(saved) && tiles.LoadSheet(saved, saved) && tiles.GetSheetHiDpi().size() == QSize(12, 8));
+        QVERIFY(tiles.LoadSheet(saved) && tiles.LoadSheet(saved, saved));
+        QVERIFY(tiles.GetSheet().size() == QSize(12, 8) && tiles.GetSheetHiDpi().size() == QSize(12, 8));
         tiles.SetSheet(Sheet(1, 2, {Qt::red}, QSize(1, 1)));
         QStringList texts = mark.Texts();
         QCOMPARE(texts.size(), 6);

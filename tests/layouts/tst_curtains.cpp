@@ -86,7 +86,7 @@ private Q_SLOTS:
         QVERIFY(curtain->Content()->isVisible() && curtain->Content()->geometry() == QRect(0, 0, 300, 200));
         auto* later = new QPushButton(place.container); // added while covered: stays under
         later->show();
-        QVERIFY(curtain->isAncestorOf(QApplication::widgetAt(later->mapToGlobal(QPoint(5, 5)))));
+        QVERIFY(curtain->Content()->isAncestorOf(QApplication::widgetAt(later->mapToGlobal(QPoint(5, 5)))));
         // It follows the container while shown.
         place.container->resize(260, 150);
         QCOMPARE(curtain->geometry(), QRect(0, 0, 260, 150));
@@ -129,6 +129,7 @@ private Q_SLOTS:
         Container place;
         TestSupport::StillStyle still;
         auto* curtain = new CurtainWidget(place.container);
+        auto* later = new QPushButton(place.container); // over the hidden curtain until it comes
         // Every height the curtain takes: none between nothing and all.
         QVector<int> heights;
         struct Sizes : QObject
@@ -155,6 +156,7 @@ private Q_SLOTS:
         QTRY_VERIFY(curtain->IsCurtainShown());
         QVERIFY(std::none_of(heights.begin(), heights.end(), [](int height) { return height > 0 && height < 200; }));
         QVERIFY(curtain->isVisible() && curtain->geometry() == QRect(0, 0, 300, 200));
+        QCOMPARE(QApplication::widgetAt(later->mapToGlobal(QPoint(5, 5))), curtain);
         curtain->SetPosition(1.5);
         QCOMPARE(curtain->GetPosition(), 1.0);
     }

@@ -1,0 +1,9 @@
+#include "test_support.h"
+
+class TestStub : public QObject
+{
+    Q_OBJECT
+};
+
+QTEST_MAIN(TestStub)
+#include "tst_show_on_top.moc"

@@ -1,0 +1,77 @@
+#!/bin/sh
+# Runs a command on a private X server with two screens side by side: the left one
+# 1280x1024 (primary), the right one 1024x768, top-aligned at x = 1280. Xvfb places all
+# its screens at the origin, so this is Xorg with the dummy video driver, whose outputs
+# xrandr can place like monitors. QT_HALVO_SCREEN_SCALE_FACTORS ("1;2") gives the screens
+# Qt scale factors of their own.
+set -u
+
+work=$(mktemp -d "${TMPDIR:-/tmp}/qt_halvo-xorg.XXXXXX") || exit 1
+cat >"$work/xorg.conf" <<'CONF'
+Section "ServerFlags"
+    Option "AutoAddDevices" "false"
+    Option "AutoAddGPU" "false"
+    Option "DontVTSwitch" "true"
+EndSection
+Section "Device"
+    Identifier "card"
+    Driver "dummy"
+    VideoRam 64000
+EndSection
+Section "Monitor"
+    Identifier "monitor"
+    HorizSync 5.0 - 1000.0
+    VertRefresh 5.0 - 200.0
+EndSection
+Section "Screen"
+    Identifier "screen"
+    Device "card"
+    Monitor "monitor"
+    DefaultDepth 24
+    SubSection "Display"
+        Depth 24
+        Virtual 2304 1024
+    EndSubSection
+EndSection
+CONF
+
+Xorg -config "$work/xorg.conf" -configdir "$work" -logfile "$work/xorg.log" -displayfd 3 \
+    -noreset -nolisten tcp -novtswitch -sharevts 3>"$work/display" >"$work/xorg.out" 2>&1 &
+server=$!
+cleanup() {
+    kill "$server" 2>/dev/null
+    wait "$server" 2>/dev/null
+    rm -rf "$work"
+}
+trap cleanup EXIT
+trap 'exit 130' INT TERM
+
+tries=0
+while [ ! -s "$work/display" ]; do
+    if ! kill -0 "$server" 2>/dev/null || [ $tries -ge 400 ]; then
+        echo "with_two_screens.sh: Xorg did not start" >&2
+        cat "$work/xorg.out" "$work/xorg.log" >&2 2>/dev/null
+        exit 1
+    fi
+    tries=$((tries + 1))
+    sleep 0.05
+done
+
+export DISPLAY=":$(head -n 1 "$work/display")"
+xrandr --addmode DUMMY1 1024x768 &&
+    xrandr --fb 2304x1024 --output DUMMY0 --primary --mode 1280x1024 --pos 0x0 \
+        --output DUMMY1 --mode 1024x768 --pos 1280x0 || {
+    echo "with_two_screens.sh: could not place the two screens" >&2
+    exit 1
+}
+# The server publishes the new layout a moment later.
+tries=0
+until xrandr --listmonitors | grep -q '^Monitors: 2'; do
+    if [ $tries -ge 100 ]; then
+        echo "with_two_screens.sh: the second screen did not appear" >&2
+        exit 1
+    fi
+    tries=$((tries + 1))
+    sleep 0.05
+done
+QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR="$work" QT_SCREEN_SCALE_FACTORS="${QT_HALVO_SCREEN_SCALE_FACTORS:-}" "$@"

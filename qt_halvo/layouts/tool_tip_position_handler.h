@@ -1,1 +1,67 @@
 #pragma once
+
+#include <qt_halvo/layouts/popup_placement.h>
+#include <qt_halvo/qt_halvo_global.h>
+
+#include <QtCore/QObject>
+#include <QtCore/QPointer>
+
+class QWidget;
+
+namespace OrvantaQT {
+
+// Shows a widget's tool tip beside the widget, placed with PlacePopup (below it by
+// default), instead of at the mouse cursor, and keeps it there while the window moves. The
+// tip is QToolTip with the widget's toolTip(), or a widget of the host's (made a tool-tip
+// window). It hides when the mouse leaves the widget, on a key press, and when the widget
+// hides or goes away.
+//
+// An event filter on the widget and its window; the widget's QEvent::ToolTip is the one
+// event it takes, since Qt would otherwise show the tip at the cursor as well.
+class QT_HALVO_EXPORT ToolTipPositionHandler : public QObject
+{
+    Q_OBJECT
+
+public:
+    // The handler is a child of the widget; without one it logs and does nothing.
+    explicit ToolTipPositionHandler(QWidget* widget);
+    ~ToolTipPositionHandler() override;
+
+    QWidget* GetWidget() const;
+
+    // A widget of the host's to show instead of QToolTip; not owned, null for QToolTip.
+    QWidget* GetToolTipWidget() const;
+    void SetToolTipWidget(QWidget* tip);
+
+    PopupSides GetSides() const;
+    void SetSides(const PopupSides& sides);
+    Qt::Alignment GetAlignment() const;
+    void SetAlignment(Qt::Alignment alignment);
+    // Pixels between the widget and the tip; 4 by default.
+    int GetGap() const;
+    void SetGap(int gap);
+
+    bool IsToolTipVisible() const;
+
+public Q_SLOTS:
+    void ShowToolTip();
+    void HideToolTip();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QWidget* ShownTip() const;
+    void Place();
+    void Watch(bool on);
+
+    QPointer<QWidget> m_widget;
+    QPointer<QWidget> m_window;
+    QPointer<QWidget> m_hostTip;
+    PopupSides m_sides = DefaultPopupSides();
+    Qt::Alignment m_alignment = Qt::AlignLeft | Qt::AlignTop;
+    int m_gap = 4;
+    bool m_shown = false;
+};
+
+} // namespace OrvantaQT

@@ -23,8 +23,16 @@ int SignalLog::qt_metacall(QMetaObject::Call call, int id, void** arguments)
     if (id < m_signals.size()) {
         const QMetaMethod& signal = m_signals[id];
         QStringList values;
-        for (int i = 0; i < signal.parameterCount(); ++i)
-            values << QVariant(signal.parameterType(i), arguments[i + 1]).toString();
+        for (int i = 0; i < signal.parameterCount(); ++i) {
+            const QVariant value(signal.parameterType(i), arguments[i + 1]);
+            if (value.canConvert<QString>()) {
+                values << value.toString();
+            } else { // sizes, points, rectangles as QDebug writes them: "QSize(180, 120)"
+                QString text;
+                QDebug(&text).nospace() << value;
+                values << text.mid(text.indexOf(QLatin1Char(',')) + 1).chopped(1).trimmed();
+            }
+        }
         lines << QStringLiteral("%1(%2)").arg(QString::fromLatin1(signal.name()), values.join(QStringLiteral(", ")));
     }
     return -1;

@@ -16,8 +16,8 @@
 
 namespace TestSupport {
 
-// Records signals of one object as "Name(argument, ...)" (a bool as true or false), in the
-// order they come, while it lives:
+// Records signals of one object as "Name(argument, ...)" (a bool as true or false, a size
+// as "QSize(180, 120)"), in the order they come, while it lives:
 //   SignalLog log(pane, {"Expanded()", "Expanded(bool)"});  ...  QCOMPARE(log.Take(), ...);
 // Note() puts a line of the test's own in between.
 class SignalLog : public QObject

@@ -41,6 +41,9 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
         //: Page list entry: the hover overlay and the lightbox.
         {QStringLiteral("overlays"), QCoreApplication::translate("Gallery", "Overlays"), CreateOverlaysPage, 0,
          OverlaysPageMoments()},
+        //: Page list entry: tips and popups beside their widgets, a stuck menu, resizable panels.
+        {QStringLiteral("popups"), QCoreApplication::translate("Gallery", "Popups and containers"), CreatePopupsPage, 0,
+         PopupsPageMoments()},
         //: Page list entry: the busy ring, the tile and progress animations, the curtains and the message overlay.
         {QStringLiteral("busy"), QCoreApplication::translate("Gallery", "Busy and curtains"), CreateBusyPage, 200,
          BusyPageMoments()},

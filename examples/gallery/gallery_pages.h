@@ -49,6 +49,8 @@ QWidget* CreateLayoutsPage();
 QVector<GalleryMoment> LayoutsPageMoments();
 QWidget* CreateOverlaysPage();
 QVector<GalleryMoment> OverlaysPageMoments();
+QWidget* CreatePopupsPage();
+QVector<GalleryMoment> PopupsPageMoments();
 QWidget* CreateBusyPage();
 QVector<GalleryMoment> BusyPageMoments();
 QWidget* CreateTextPage();

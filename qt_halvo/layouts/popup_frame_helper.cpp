@@ -4,6 +4,7 @@
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
 #include <QtGui/QScreen>
 #include <QtWidgets/QWidget>
 
@@ -167,8 +168,14 @@ bool PopupFrameHelper::eventFilter(QObject* watched, QEvent* event)
         return false;
     const QEvent::Type type = event->type();
     if (watched == m_popup) {
-        if (type == QEvent::Hide)
+        if (type == QEvent::Hide) {
             Finish();
+        } else if (type == QEvent::MouseButtonPress) {
+            // Qt may hand the press that closes the popup on to the widget under it: on the
+            // anchor that would open the popup again at once.
+            const QPoint global = static_cast<QMouseEvent*>(event)->globalPos();
+            m_popup->setAttribute(Qt::WA_NoMouseReplay, m_anchor && GlobalRect(m_anchor).contains(global));
+        }
         else if (type == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
             Close();
     } else if (watched == m_window && (type == QEvent::Move || type == QEvent::Hide)) {

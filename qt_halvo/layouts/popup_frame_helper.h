@@ -14,7 +14,8 @@ namespace OrvantaQT {
 // Turns a widget into a popup frame that opens beside an anchor widget (PlacePopup, below
 // the anchor by default). It closes on Escape, on a click outside it (Qt::Popup), and when
 // the anchor's window moves or hides or the anchor goes away; the focus then returns to
-// the anchor. A screen that goes away while it is open places it anew.
+// the anchor. A click on the anchor while it is open only closes it. A screen that goes
+// away while it is open places it anew.
 class QT_HALVO_EXPORT PopupFrameHelper : public QObject
 {
     Q_OBJECT

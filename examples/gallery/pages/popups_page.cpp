@@ -350,26 +350,6 @@ QWidget* CreatePopupFrameDemo()
             filter->setFocus(Qt::PopupFocusReason);
     });
 
-    // Where Qt hands the press that closes a popup on to the widget under it (Windows), a
-    // press on the button would close the popup and open it again at once.
-    struct NoReopen : QObject
-    {
-        QWidget* anchor = nullptr;
-        bool eventFilter(QObject* watched, QEvent* event) override
-        {
-            if (event->type() == QEvent::MouseButtonPress) {
-                const QPoint global = static_cast<QMouseEvent*>(event)->globalPos();
-                static_cast<QWidget*>(watched)->setAttribute(Qt::WA_NoMouseReplay,
-                                                             OrvantaQT::GlobalRect(anchor).contains(global));
-            }
-            return false;
-        }
-    };
-    auto* noReopen = new NoReopen;
-    noReopen->setParent(popup);
-    noReopen->anchor = anchor;
-    popup->installEventFilter(noReopen);
-
     const auto place = [helper, side, alignment] {
         helper->SetSides(SidesFrom(static_cast<PopupSide>(side->currentData().toInt())));
         helper->SetAlignment(Qt::Alignment(alignment->currentData().toInt()));

@@ -113,6 +113,7 @@ private Q_SLOTS:
         QVERIFY(ShowAndWait(&shown.window));
         QCOMPARE(shown.edit->height(), lines * LineHeight() + extras);
         QCOMPARE(shown.edit->verticalScrollBar()->isVisible(), scrolls);
+        QCOMPARE(shown.edit->verticalScrollBarPolicy(), scrolls ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
         QCOMPARE(shown.edit->verticalScrollBar()->maximum() > 0, scrolls);
         QCOMPARE(shown.edit->ContentLines() > maximum, scrolls);
         // Unless the minimum adds lines, not a pixel more than the text.
@@ -162,6 +163,9 @@ private Q_SLOTS:
         window.edit->setPlainText("a\nb\nc\nd\ne\nf");
         Settle();
         QCOMPARE(window.edit->height() - framed, 4 * LineHeight());
+        window.edit->SetMaximumLines(6);
+        Settle();
+        QCOMPARE(window.edit->height() - framed, 5 * LineHeight());
         auto* document = new QTextDocument(window.edit);
         document->setDocumentLayout(new QPlainTextDocumentLayout(document));
         document->setPlainText("1\n2\n3");
@@ -246,6 +250,7 @@ private Q_SLOTS:
         QTest::newRow("AltGr") << 5 << "abcde" << "key ctrl alt" << "x" << "abcde" << "M";
         QTest::newRow("Return without text") << 5 << "abcde" << "key return" << "" << "abcde" << "M";
         QTest::newRow("Left") << 5 << "abcde" << "key left" << "" << "abcde" << "";
+        QTest::newRow("Left, already longer") << 3 << "abcde" << "key left" << "" << "abcde" << "";
         QTest::newRow("pasted text and html") << 0 << "Hi " << "paste" << "there" << "Hi there" << "t";
         QTest::newRow("pasted, what fits") << 8 << "Hi " << "paste" << "there friend" << "Hi there" << "tM";
         QTest::newRow("pasted, read-only") << 0 << "abc" << "paste read-only" << "d" << "abc" << "";

@@ -85,6 +85,8 @@ private Q_SLOTS:
 
         window.window.move(400, 300);
         QTRY_COMPARE(label->pos(), window.BelowButton(4));
+        window.button->move(40, 60);
+        QCOMPARE(label->pos(), window.BelowButton(4));
 
         if (ending == QLatin1String("leave")) {
             QEvent leave(QEvent::Leave);
@@ -118,6 +120,11 @@ private Q_SLOTS:
         handler->SetGap(0);
         QCOMPARE(tip.pos(), window.button->mapToGlobal(QPoint(100, 0)));
         handler->HideToolTip();
+        QVERIFY(!tip.isVisible());
+        // A handler that goes away takes its tip along.
+        handler->ShowToolTip();
+        QVERIFY(tip.isVisible());
+        delete handler;
         QVERIFY(!tip.isVisible());
     }
 
@@ -219,6 +226,9 @@ private Q_SLOTS:
         QVERIFY(window.Show());
         helper->Show();
         QCOMPARE(popup->geometry(), QRect(window.button->mapToGlobal(QPoint(0, -120)), QSize(150, 120)));
+        helper->SetAlignment(Qt::AlignRight);
+        QCOMPARE(popup->pos(), window.button->mapToGlobal(QPoint(100 - 150, -120)));
+        helper->SetAlignment(Qt::AlignLeft);
         helper->SetSides({PopupSide::Right, PopupSide::Left});
         helper->SetGap(2);
         // Its top edge would meet the button's, but the screen ends first.
@@ -238,6 +248,7 @@ private Q_SLOTS:
         helper->Show();
         QVERIFY(!popup->isVisible());
         helper->SetGap(-1);
+        helper->SetGap(0); // not logged
         helper->Close(); // not open: nothing
         QCOMPARE(log.Take(), QStringList());
         QCOMPARE(mark.Texts(), QStringList({"4 PopupFrameHelper: no widget to make a popup of; it does nothing",
@@ -282,6 +293,20 @@ private Q_SLOTS:
         QCOMPARE(panel.pos(), window.button->mapToGlobal(QPoint(100 - 150, -80)));
         panel.resize(120, 60);
         QCOMPARE(panel.pos(), window.button->mapToGlobal(QPoint(100 - 120, -60)));
+        helper->SetGap(5);
+        QCOMPARE(panel.pos(), window.button->mapToGlobal(QPoint(100 - 120, -5 - 60)));
+        helper->SetSides({PopupSide::Right});
+        QCOMPARE(panel.pos(), window.button->mapToGlobal(QPoint(100 + 5, 0)));
+
+        // The anchor moves to another window: the panel follows that one.
+        Window other(QPoint(200, 600));
+        QVERIFY(other.Show());
+        window.button->setParent(&other.window);
+        window.button->move(10, 10);
+        window.button->show();
+        QCOMPARE(panel.pos(), window.button->mapToGlobal(QPoint(100 + 5, 0)));
+        other.window.move(250, 650);
+        QCOMPARE(panel.pos(), window.button->mapToGlobal(QPoint(100 + 5, 0)));
     }
 
     void stickHelperGuards()

@@ -87,6 +87,7 @@ private Q_SLOTS:
         QTest::newRow("left of the screen: at its left") << "1" << QRect(-300, 100, 80, 20) << popup << "R" << left << 0 << QRect(0, 100, 200, 150);
         QTest::newRow("a point") << "1" << QRect(500, 500, 0, 0) << QSize(100, 50) << "B" << left << 0 << QRect(500, 500, 100, 50);
         QTest::newRow("off every screen: the nearest") << "1" << QRect(3000, 100, 10, 10) << popup << "B" << left << 0 << QRect(2104, 110, 200, 150);
+        QTest::newRow("below the smaller screen: the nearer is the left one") << "1" << QRect(1300, 900, 10, 10) << popup << "BA" << left << 0 << QRect(1080, 750, 200, 150);
         QTest::newRow("no sides: the usual order") << "1" << QRect(100, 900, 80, 20) << popup << "" << left << 0 << QRect(100, 750, 200, 150);
         QTest::newRow("a negative size is none") << "1" << button << QSize(-5, -5) << "B" << left << 0 << QRect(100, 120, 0, 0);
         QTest::newRow("a negative gap is none") << "1" << button << popup << "B" << left << -9 << QRect(100, 120, 200, 150);

@@ -121,6 +121,8 @@ private Q_SLOTS:
         QFETCH(QRect, geometry);
         QWidget window;
         window.resize(400, 400);
+        // The window's layout holds other widgets, not the container.
+        (new QVBoxLayout(&window))->addWidget(new QLabel(QStringLiteral("laid out")), 0, Qt::AlignBottom);
         auto* container = new SizeManagedContainer(&window, Qt::Edges(edges));
         container->setGeometry(50, 50, 150, 100);
         QVERIFY(TestSupport::ShowAndWait(&window));
@@ -135,20 +137,22 @@ private Q_SLOTS:
         QTest::addColumn<int>("edges");
         QTest::addColumn<int>("cursor");
         QTest::addColumn<QRect>("place"); // in a 200 x 100 container
+        QTest::addColumn<QString>("policy"); // fixed in the directions it resizes in
         const int side = QApplication::style()->pixelMetric(QStyle::PM_SizeGripSize);
         QTest::newRow("bottom right") << int(Qt::BottomEdge | Qt::RightEdge) << int(Qt::SizeFDiagCursor)
-                                      << QRect(200 - side, 100 - side, side, side);
-        QTest::newRow("top left") << int(Qt::TopEdge | Qt::LeftEdge) << int(Qt::SizeFDiagCursor) << QRect(0, 0, side, side);
+                                      << QRect(200 - side, 100 - side, side, side) << "Fixed Fixed";
+        QTest::newRow("top left") << int(Qt::TopEdge | Qt::LeftEdge) << int(Qt::SizeFDiagCursor) << QRect(0, 0, side, side) << "Fixed Fixed";
         QTest::newRow("bottom left") << int(Qt::BottomEdge | Qt::LeftEdge) << int(Qt::SizeBDiagCursor)
-                                     << QRect(0, 100 - side, side, side);
-        QTest::newRow("bottom") << int(Qt::BottomEdge) << int(Qt::SizeVerCursor) << QRect(0, 94, 200, 6);
-        QTest::newRow("right") << int(Qt::RightEdge) << int(Qt::SizeHorCursor) << QRect(194, 0, 6, 100);
+                                     << QRect(0, 100 - side, side, side) << "Fixed Fixed";
+        QTest::newRow("bottom") << int(Qt::BottomEdge) << int(Qt::SizeVerCursor) << QRect(0, 94, 200, 6) << "Preferred Fixed";
+        QTest::newRow("right") << int(Qt::RightEdge) << int(Qt::SizeHorCursor) << QRect(194, 0, 6, 100) << "Fixed Preferred";
     }
     void gripShapes()
     {
         QFETCH(int, edges);
         QFETCH(int, cursor);
         QFETCH(QRect, place);
+        QFETCH(QString, policy);
         SizeManagedContainer container;
         container.SetGripEdges(Qt::Edges(edges));
         container.resize(200, 100);
@@ -156,6 +160,11 @@ private Q_SLOTS:
         QCOMPARE(int(container.GetGrip()->cursor().shape()), cursor);
         QCOMPARE(container.GetGrip()->geometry(), place);
         QCOMPARE(container.GetGrip()->objectName(), QStringLiteral("ResizeGrip"));
+        const QSizePolicy actual = container.sizePolicy();
+        const auto name = [](QSizePolicy::Policy value) {
+            return QString::fromLatin1(QMetaEnum::fromType<QSizePolicy::Policy>().valueToKey(value));
+        };
+        QCOMPARE(name(actual.horizontalPolicy()) + QLatin1Char(' ') + name(actual.verticalPolicy()), policy);
     }
 
     // The size is saved when a drag ends and comes back with the key.

@@ -47,4 +47,12 @@
         <translation>Erneut versuchen</translation>
     </message>
 </context>
+<context>
+    <name>OrvantaQT::ResizeGrip</name>
+    <message>
+        <location filename="../../layouts/resize_grip.cpp" line="+47"/>
+        <source>Resize</source>
+        <translation>Größe ändern</translation>
+    </message>
+</context>
 </TS>

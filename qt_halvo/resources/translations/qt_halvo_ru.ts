@@ -47,4 +47,12 @@
         <translation>Повторить</translation>
     </message>
 </context>
+<context>
+    <name>OrvantaQT::ResizeGrip</name>
+    <message>
+        <location filename="../../layouts/resize_grip.cpp" line="+47"/>
+        <source>Resize</source>
+        <translation>Изменить размер</translation>
+    </message>
+</context>
 </TS>

@@ -2,20 +2,33 @@
 
 #include <qt_halvo/widgets/input/button_line_edit.h>
 #include <qt_halvo/widgets/input/combo_box_helpers.h>
+#include <qt_halvo/widgets/input/combo_box_item_renderer.h>
 #include <qt_halvo/widgets/input/combo_box_with_placeholder.h>
 #include <qt_halvo/widgets/input/custom_combo_box.h>
 #include <qt_halvo/widgets/input/custom_line_edit.h>
+#include <qt_halvo/widgets/input/custom_single_line_combo_box.h>
 #include <qt_halvo/widgets/input/email_validation.h>
 #include <qt_halvo/widgets/input/search_box.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
+#include <QtCore/QPointer>
+#include <QtGui/QPainter>
 #include <QtGui/QRegExpValidator>
 #include <QtGui/QStandardItemModel>
+#include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QFormLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOptionViewItem>
 #include <QtWidgets/QVBoxLayout>
+
+#include <memory>
 
 namespace {
 
@@ -180,35 +193,320 @@ QWidget* CreateSearchBoxes(QWidget* parent)
     return box;
 }
 
+QLabel* CreateText(const QString& text, QWidget* parent)
+{
+    auto* label = new QLabel(text, parent);
+    label->setWordWrap(true);
+    return label;
+}
+
+// A section of the page: its title, a line of text and what it shows. Moments scroll to it
+// by its object name.
+QWidget* CreateSection(const char* objectName, const QString& title, const QString& text, QWidget* demo,
+                       QWidget* parent)
+{
+    auto* section = new QWidget(parent);
+    section->setObjectName(QLatin1String(objectName));
+    auto* layout = new QVBoxLayout(section);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(CreateSectionTitle(title, section));
+    layout->addWidget(CreateText(text, section));
+    demo->setParent(section);
+    layout->addWidget(demo);
+    return section;
+}
+
+// The theme's sheet gives these widgets their text colour, and Qt 5's sheets give the
+// placeholder that same colour, so that a placeholder would read as text: after each change
+// of the palette the placeholder is muted again, from the text colour as Qt's own palettes do.
+class PlaceholderMuter : public QObject
+{
+public:
+    static void Install(QWidget* widget)
+    {
+        widget->installEventFilter(new PlaceholderMuter(widget));
+        Mute(widget);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::PaletteChange || event->type() == QEvent::Polish)
+            Mute(static_cast<QWidget*>(watched));
+        return false;
+    }
+
+private:
+    explicit PlaceholderMuter(QObject* parent)
+        : QObject(parent)
+    {
+    }
+
+    static void Mute(QWidget* widget)
+    {
+        QPalette palette = widget->palette();
+        bool changed = false;
+        for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+            QColor muted = palette.color(group, QPalette::Text);
+            muted.setAlpha(muted.alpha() / 2);
+            if (palette.color(group, QPalette::PlaceholderText) == muted)
+                continue;
+            palette.setColor(group, QPalette::PlaceholderText, muted);
+            changed = true;
+        }
+        // The new palette's change event comes back here and finds nothing to do.
+        if (changed)
+            widget->setPalette(palette);
+    }
+};
+
+// The swatch combo box's own data beside the name in DisplayRole.
+constexpr int kSwatchColorRole = Qt::UserRole;
+constexpr int kSwatchCodeRole = Qt::UserRole + 1;
+
+QPalette::ColorGroup ColorGroup(QStyle::State state)
+{
+    if (!(state & QStyle::State_Enabled))
+        return QPalette::Disabled;
+    return state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
+}
+
+// A row of a colour label: a swatch, the name, and the colour's code at the far end in the
+// placeholder colour. One renderer paints the field and the list, so they match.
+class SwatchRenderer : public OrvantaQT::ComboBoxItemRenderer
+{
+public:
+    void Paint(QPainter* painter, const QRect& rect, const QModelIndex& index,
+               const QStyleOptionViewItem& option) const override
+    {
+        const QPalette::ColorGroup group = ColorGroup(option.state);
+        const bool selected = option.state & QStyle::State_Selected;
+        if (selected)
+            painter->fillRect(rect, option.palette.brush(group, QPalette::Highlight));
+        const QColor text = option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
+        // On the highlight the muted colour would not read: the code takes the row's text colour.
+        const QColor muted = selected ? text : option.palette.color(group, QPalette::PlaceholderText);
+        const QFontMetrics metrics(option.font);
+
+        // Laid out left to right, then mirrored for right-to-left rows.
+        const QRect inner = rect.adjusted(kPadding, 0, -kPadding, 0);
+        const int side = Side(metrics);
+        const QRect swatch(inner.left(), rect.top() + (rect.height() - side) / 2, side, side);
+        const QString code = index.data(kSwatchCodeRole).toString();
+        const int codeWidth = metrics.horizontalAdvance(code);
+        const QRect codeRect(inner.right() + 1 - codeWidth, rect.top(), codeWidth, rect.height());
+        const QRect nameRect(swatch.right() + 1 + kGap, rect.top(),
+                             codeRect.left() - kCodeGap - (swatch.right() + 1 + kGap), rect.height());
+
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(QPen(text, 1));
+        painter->setBrush(index.data(kSwatchColorRole).value<QColor>());
+        const QRectF outline = QStyle::visualRect(option.direction, rect, swatch);
+        painter->drawRoundedRect(outline.adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
+        painter->setFont(option.font);
+        painter->setLayoutDirection(option.direction);
+        const Qt::Alignment leading = QStyle::visualAlignment(option.direction, Qt::AlignLeft | Qt::AlignVCenter);
+        const Qt::Alignment trailing = QStyle::visualAlignment(option.direction, Qt::AlignRight | Qt::AlignVCenter);
+        if (nameRect.width() > 0) {
+            painter->setPen(text);
+            painter->drawText(QStyle::visualRect(option.direction, rect, nameRect), leading | Qt::TextSingleLine,
+                              metrics.elidedText(option.text, Qt::ElideRight, nameRect.width()));
+        }
+        painter->setPen(muted);
+        painter->drawText(QStyle::visualRect(option.direction, rect, codeRect), trailing | Qt::TextSingleLine, code);
+        painter->restore();
+    }
+
+    QSize SizeHint(const QModelIndex& index, const QStyleOptionViewItem& option) const override
+    {
+        const QFontMetrics metrics(option.font);
+        const int width = 2 * kPadding + Side(metrics) + kGap + metrics.horizontalAdvance(option.text) + kCodeGap +
+                          metrics.horizontalAdvance(index.data(kSwatchCodeRole).toString());
+        return QSize(width, metrics.height() + 8);
+    }
+
+private:
+    static int Side(const QFontMetrics& metrics) { return metrics.height() - 2; }
+
+    static constexpr int kPadding = 4;
+    static constexpr int kGap = 8;
+    static constexpr int kCodeGap = 16;
+};
+
+// Where a file may be saved: icons from the style and texts long enough to be cut short.
+OrvantaQT::CustomSingleLineComboBox* CreateDestinationBox(QWidget* parent)
+{
+    auto* box = new OrvantaQT::CustomSingleLineComboBox(parent);
+    box->setObjectName(QStringLiteral("DestinationBox"));
+    const QStyle* style = QApplication::style();
+    //: Places to save a file, in a combo box whose long entries are cut short with an ellipsis.
+    box->addItem(style->standardIcon(QStyle::SP_DirHomeIcon), Translate("Home folder"));
+    box->addItem(style->standardIcon(QStyle::SP_DirIcon),
+                 Translate("Reports / 2024 / Quarterly summaries for the board meeting in March"));
+    box->addItem(style->standardIcon(QStyle::SP_DriveNetIcon),
+                 Translate("Shared drive of the accounting department on the second file server"));
+    box->addItem(style->standardIcon(QStyle::SP_DriveHDIcon), Translate("Local disk"));
+    box->setCurrentIndex(1);
+    // As wide as about 30 characters, not as the longest entry: that one shows cut short.
+    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    box->setMinimumContentsLength(30);
+    box->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    return box;
+}
+
+OrvantaQT::CustomSingleLineComboBox* CreateSwatchBox(QWidget* parent)
+{
+    auto* box = new OrvantaQT::CustomSingleLineComboBox(parent);
+    box->setObjectName(QStringLiteral("SwatchBox"));
+    box->SetRenderer(std::make_shared<SwatchRenderer>());
+    struct Label
+    {
+        const char* name;
+        const char* color;
+    };
+    const Label labels[] = {
+        //: Names of colour labels in a combo box that shows a swatch of each colour.
+        {QT_TRANSLATE_NOOP("Gallery", "Ocean"), "#1f7ad4"}, {QT_TRANSLATE_NOOP("Gallery", "Moss"), "#2fa37a"},
+        {QT_TRANSLATE_NOOP("Gallery", "Rust"), "#c2703a"},  {QT_TRANSLATE_NOOP("Gallery", "Plum"), "#8e4fa8"},
+        {QT_TRANSLATE_NOOP("Gallery", "Sand"), "#d8b65a"},  {QT_TRANSLATE_NOOP("Gallery", "Slate"), "#5f6b7a"},
+    };
+    for (const Label& label : labels) {
+        box->addItem(Translate(label.name));
+        const int row = box->count() - 1;
+        box->setItemData(row, QColor(QLatin1String(label.color)), kSwatchColorRole);
+        box->setItemData(row, QString::fromLatin1(label.color).toUpper(), kSwatchCodeRole);
+    }
+    box->setCurrentIndex(2);
+    box->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    // The codes are painted in the placeholder colour, in the field and in the list.
+    PlaceholderMuter::Install(box);
+    PlaceholderMuter::Install(box->view());
+    return box;
+}
+
+QWidget* CreateSingleLineCombos()
+{
+    auto* box = new QWidget;
+    auto* form = new QFormLayout(box);
+    form->setContentsMargins(0, 0, 0, 0);
+    //: Row label: a combo box painted by the default renderer, an icon and a text.
+    form->addRow(Translate("Default renderer:"), CreateDestinationBox(box));
+    //: Row label: a combo box painted by a renderer of the gallery's own, a swatch, a name and a code.
+    form->addRow(Translate("Own renderer:"), CreateSwatchBox(box));
+    return box;
+}
+
+// Scrolls the page so that the widget of this object name starts at the top of the view.
+void ScrollTo(QWidget* page, const char* objectName)
+{
+    auto* area = qobject_cast<QScrollArea*>(page);
+    QWidget* target = area ? area->widget()->findChild<QWidget*>(QLatin1String(objectName)) : nullptr;
+    if (!target)
+        return;
+    area->verticalScrollBar()->setValue(target->mapTo(area->widget(), QPoint(0, 0)).y());
+}
+
+// The gallery's pictures grab its window only, and a combo box's list is a window of its
+// own: for a picture, a copy of the open list is laid over the page where it is. The copy
+// goes when the list hides.
+class PopupPicture : public QLabel
+{
+public:
+    PopupPicture(QWidget* popup, QWidget* page)
+        : QLabel(page)
+        , m_popup(popup)
+    {
+        setObjectName(QStringLiteral("PopupPicture"));
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setPixmap(popup->grab());
+        setGeometry(QRect(page->mapFromGlobal(popup->mapToGlobal(QPoint(0, 0))), popup->size()));
+        popup->installEventFilter(this);
+        raise();
+        show();
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == m_popup && event->type() == QEvent::Hide)
+            deleteLater();
+        return false;
+    }
+
+private:
+    QPointer<QWidget> m_popup;
+};
+
+template<typename T>
+T* Find(QWidget* page, const char* objectName)
+{
+    return page->findChild<T*>(QLatin1String(objectName));
+}
+
 } // namespace
 
 QWidget* CreateInputPage()
 {
-    auto* page = new QWidget;
+    // Taller than the window: the page scrolls.
+    auto* page = new QScrollArea;
     page->setObjectName(QStringLiteral("InputPage"));
-    auto* layout = new QVBoxLayout(page);
+    page->setFrameShape(QFrame::NoFrame);
+    page->setWidgetResizable(true);
+    auto* content = new QWidget;
+    content->setObjectName(QStringLiteral("InputPageContent"));
+    auto* layout = new QVBoxLayout(content);
     //: Title of the gallery page with the input widgets.
-    auto* title = new QLabel(Translate("Input"), page);
+    auto* title = new QLabel(Translate("Input"), content);
     title->setObjectName(QStringLiteral("PageTitle"));
     layout->addWidget(title);
     //: Section title on the gallery's input page.
-    layout->addWidget(CreateSectionTitle(Translate("Line edits"), page));
-    layout->addWidget(CreateLineEdits(page));
+    layout->addWidget(CreateSectionTitle(Translate("Line edits"), content));
+    layout->addWidget(CreateLineEdits(content));
     //: Section title on the gallery's input page.
-    layout->addWidget(CreateSectionTitle(Translate("Search boxes"), page));
-    layout->addWidget(CreateSearchBoxes(page));
+    layout->addWidget(CreateSectionTitle(Translate("Search boxes"), content));
+    layout->addWidget(CreateSearchBoxes(content));
     //: Section title on the gallery's input page.
-    layout->addWidget(CreateSectionTitle(Translate("Combo boxes"), page));
-    layout->addWidget(CreateCombos(page));
+    layout->addWidget(CreateSectionTitle(Translate("Combo boxes"), content));
+    layout->addWidget(CreateCombos(content));
     //: Section title on the gallery's input page.
-    layout->addWidget(CreateSectionTitle(Translate("E-mail and internationalised domains"), page));
-    layout->addWidget(CreateEmailField(page));
+    layout->addWidget(CreateSection("RendererSection", Translate("Rows painted by a renderer"),
+                                    //: Explanation on the gallery's input page.
+                                    Translate("One renderer paints the closed field and the rows of the list, so "
+                                              "the field looks just like the row that was chosen. The default "
+                                              "one shows an icon and cuts long text short; the second box has "
+                                              "a renderer of its own: a swatch, a name and the colour's code."),
+                                    CreateSingleLineCombos(), content));
+    //: Section title on the gallery's input page.
+    layout->addWidget(CreateSectionTitle(Translate("E-mail and internationalised domains"), content));
+    layout->addWidget(CreateEmailField(content));
     layout->addStretch();
+
+    page->setWidget(content);
+    // The scroll area would paint the palette's window colour; the gallery's own
+    // background shows through instead.
+    content->setAutoFillBackground(false);
+    page->viewport()->setAutoFillBackground(false);
     return page;
 }
 
-// The combo boxes' lists are windows of their own, which a picture of the page leaves out.
 QVector<GalleryMoment> InputPageMoments()
 {
-    return {};
+    return {
+        {QStringLiteral("renderer_list_open"),
+         [](QWidget* page) {
+             ScrollTo(page, "RendererSection");
+             auto* box = Find<OrvantaQT::CustomSingleLineComboBox>(page, "SwatchBox");
+             if (!box)
+                 return;
+             box->showPopup();
+             // The mouse on the next row: the chosen one shows unhighlighted, as in the field.
+             const QModelIndex next = box->model()->index(box->currentIndex() + 1, box->modelColumn());
+             box->view()->selectionModel()->setCurrentIndex(next, QItemSelectionModel::ClearAndSelect);
+             QWidget* list = box->view()->window();
+             if (list != box->window() && list->isVisible())
+                 new PopupPicture(list, page);
+         },
+         100},
+    };
 }

@@ -6,6 +6,7 @@
 #include <qt_halvo/widgets/input/combo_box_with_placeholder.h>
 #include <qt_halvo/widgets/input/custom_combo_box.h>
 #include <qt_halvo/widgets/input/custom_line_edit.h>
+#include <qt_halvo/widgets/input/custom_plain_text_edit.h>
 #include <qt_halvo/widgets/input/custom_single_line_combo_box.h>
 #include <qt_halvo/widgets/input/email_validation.h>
 #include <qt_halvo/widgets/input/search_box.h>
@@ -13,12 +14,14 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtCore/QPointer>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QRegExpValidator>
 #include <QtGui/QStandardItemModel>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QFormLayout>
+#include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
@@ -197,6 +200,13 @@ QLabel* CreateText(const QString& text, QWidget* parent)
 {
     auto* label = new QLabel(text, parent);
     label->setWordWrap(true);
+    return label;
+}
+
+QLabel* CreateSecondaryText(const QString& text, QWidget* parent)
+{
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(QStringLiteral("SecondaryText"));
     return label;
 }
 
@@ -397,6 +407,89 @@ QWidget* CreateSingleLineCombos()
     return box;
 }
 
+// Sets the property the theme's warning rule looks at, and lets the rule apply.
+void SetLimitReached(QLabel* counter, bool reached)
+{
+    if (counter->property("limitReached").toBool() == reached)
+        return;
+    counter->setProperty("limitReached", reached);
+    counter->style()->unpolish(counter);
+    counter->style()->polish(counter);
+}
+
+constexpr int kGrowingMaximumLines = 5;
+constexpr int kShortNoteLength = 140;
+
+// A note field as tall as its text between one and five lines, with a line under it that
+// moves as it grows; then a short note of at most 140 characters with a live counter.
+QWidget* CreatePlainTextEdits()
+{
+    auto* demo = new QWidget;
+    auto* layout = new QVBoxLayout(demo);
+    layout->setContentsMargins(0, 0, 0, 0);
+
+    auto* growing = new OrvantaQT::CustomPlainTextEdit(demo);
+    growing->setObjectName(QStringLiteral("GrowingEdit"));
+    //: Placeholder of a text field that grows with its text up to five lines.
+    growing->setPlaceholderText(Translate("Write a note: the field grows up to five lines"));
+    growing->SetMinimumLines(1);
+    growing->SetMaximumLines(kGrowingMaximumLines);
+    PlaceholderMuter::Install(growing);
+    layout->addWidget(growing);
+
+    auto* row = new QHBoxLayout;
+    //: Button that empties the growing text field.
+    auto* clear = new QPushButton(Translate("Clear"), demo);
+    clear->setObjectName(QStringLiteral("ClearNote"));
+    auto* lines = CreateSecondaryText(QString(), demo);
+    const auto count = [growing, lines] {
+        const int taken = growing->ContentLines();
+        if (taken > kGrowingMaximumLines) {
+            //: Under the growing text field once its text is taller than it may get; %1 is its most lines.
+            lines->setText(Translate("More than %1 lines: the text scrolls").arg(kGrowingMaximumLines));
+        } else {
+            //: Under the growing text field: %1 is how many lines its text takes, %2 the most it shows.
+            lines->setText(Translate("%1 of at most %2 lines").arg(taken).arg(kGrowingMaximumLines));
+        }
+    };
+    QObject::connect(growing, &QPlainTextEdit::textChanged, lines, count);
+    QObject::connect(clear, &QPushButton::clicked, growing, &QPlainTextEdit::clear);
+    count();
+    row->addWidget(clear);
+    row->addSpacing(12);
+    row->addWidget(lines);
+    row->addStretch();
+    layout->addLayout(row);
+
+    layout->addSpacing(12);
+    auto* limited = new OrvantaQT::CustomPlainTextEdit(demo);
+    limited->setObjectName(QStringLiteral("LimitedEdit"));
+    //: Placeholder of a text field that takes at most 140 characters.
+    limited->setPlaceholderText(Translate("Say it in 140 characters"));
+    limited->SetMinimumLines(2);
+    limited->SetMaximumLines(4);
+    limited->SetMaximumLength(kShortNoteLength);
+    PlaceholderMuter::Install(limited);
+    layout->addWidget(limited);
+    auto* counter = new QLabel(demo);
+    counter->setObjectName(QStringLiteral("LengthCounter"));
+    counter->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    const auto update = [limited, counter] {
+        const int length = limited->toPlainText().size();
+        //: Characters typed in a text field out of the most it takes, as in "12 / 140".
+        counter->setText(Translate("%1 / %2").arg(length).arg(kShortNoteLength));
+        // The warning stays while the text is full and goes once there is room again.
+        if (length < kShortNoteLength)
+            SetLimitReached(counter, false);
+    };
+    QObject::connect(limited, &QPlainTextEdit::textChanged, counter, update);
+    QObject::connect(limited, &OrvantaQT::CustomPlainTextEdit::MaximumLengthReached, counter,
+                     [counter] { SetLimitReached(counter, true); });
+    update();
+    layout->addWidget(counter);
+    return demo;
+}
+
 // Scrolls the page so that the widget of this object name starts at the top of the view.
 void ScrollTo(QWidget* page, const char* objectName)
 {
@@ -444,6 +537,28 @@ T* Find(QWidget* page, const char* objectName)
     return page->findChild<T*>(QLatin1String(objectName));
 }
 
+// The rows of a note, one a line.
+QString NoteLines(int count)
+{
+    //: Sample lines typed into the growing text field; %1 is the line's number.
+    const QString line = Translate("Line %1 of the note");
+    QStringList lines;
+    for (int i = 1; i <= count; ++i)
+        lines.append(line.arg(i));
+    return lines.join(QLatin1Char('\n'));
+}
+
+// Types the text into the widget key by key, as a user would.
+void Type(QWidget* widget, const QString& text)
+{
+    for (const QChar c : text) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
+        QCoreApplication::sendEvent(widget, &press);
+        QKeyEvent release(QEvent::KeyRelease, Qt::Key_unknown, Qt::NoModifier, QString(c));
+        QCoreApplication::sendEvent(widget, &release);
+    }
+}
+
 } // namespace
 
 QWidget* CreateInputPage()
@@ -478,6 +593,13 @@ QWidget* CreateInputPage()
                                               "a renderer of its own: a swatch, a name and the colour's code."),
                                     CreateSingleLineCombos(), content));
     //: Section title on the gallery's input page.
+    layout->addWidget(CreateSection("PlainTextSection", Translate("Text fields that grow"),
+                                    //: Explanation on the gallery's input page.
+                                    Translate("As tall as their text, between a least and a most number of "
+                                              "lines; past the most, the text scrolls. The second field takes "
+                                              "at most 140 characters and refuses the next key."),
+                                    CreatePlainTextEdits(), content));
+    //: Section title on the gallery's input page.
     layout->addWidget(CreateSectionTitle(Translate("E-mail and internationalised domains"), content));
     layout->addWidget(CreateEmailField(content));
     layout->addStretch();
@@ -506,6 +628,35 @@ QVector<GalleryMoment> InputPageMoments()
              QWidget* list = box->view()->window();
              if (list != box->window() && list->isVisible())
                  new PopupPicture(list, page);
+         },
+         100},
+        {QStringLiteral("text_grown"),
+         [](QWidget* page) {
+             if (auto* box = Find<OrvantaQT::CustomSingleLineComboBox>(page, "SwatchBox"))
+                 box->hidePopup();
+             ScrollTo(page, "PlainTextSection");
+             if (auto* edit = Find<OrvantaQT::CustomPlainTextEdit>(page, "GrowingEdit"))
+                 edit->setPlainText(NoteLines(3));
+         },
+         100},
+        {QStringLiteral("text_scrolls"),
+         [](QWidget* page) {
+             if (auto* edit = Find<OrvantaQT::CustomPlainTextEdit>(page, "GrowingEdit"))
+                 edit->setPlainText(NoteLines(8));
+         },
+         100},
+        {QStringLiteral("length_reached"),
+         [](QWidget* page) {
+             auto* edit = Find<OrvantaQT::CustomPlainTextEdit>(page, "LimitedEdit");
+             if (!edit)
+                 return;
+             ScrollTo(page, "LimitedEdit");
+             //: Sample short note typed into the field of at most 140 characters; best about 140 long.
+             const QString note = Translate("Gallery day: every widget of the library on a page of its own, in the "
+                                            "light and in the dark theme, with a picture after every step. See you!");
+             // Typed until the field is full, then one key more: that one is refused and the counter warns.
+             Type(edit, note.left(kShortNoteLength).leftJustified(kShortNoteLength, QLatin1Char(' ')) +
+                            QLatin1Char('!'));
          },
          100},
     };

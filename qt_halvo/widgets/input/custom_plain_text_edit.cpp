@@ -215,10 +215,18 @@ int CustomPlainTextEdit::CountLines(qreal* textHeight) const
     qreal height = 0;
     for (QTextBlock block = document()->firstBlock(); block.isValid() && lines <= m_maximumLines; block = block.next()) {
         layout->blockBoundingRect(block); // lays the block out if it is not yet
-        if (const int count = block.lineCount()) { // none when the block is hidden
-            lines += count;
-            height += block.layout()->boundingRect().height();
+        const int count = block.lineCount(); // none when the block is hidden
+        if (count == 0)
+            continue;
+        const QTextLayout* text = block.layout();
+        if (lines + count <= m_maximumLines) {
+            height += text->boundingRect().height();
+        } else if (lines < m_maximumLines) {
+            // Past the maximum the edit shows just the lines up to it, as they are laid out.
+            const QTextLine last = text->lineAt(m_maximumLines - lines - 1);
+            height += last.y() + last.height() - text->lineAt(0).y();
         }
+        lines += count;
     }
     if (textHeight)
         *textHeight = height;
@@ -282,11 +290,13 @@ void CustomPlainTextEdit::Remeasure()
         setVerticalScrollBarPolicy(policy);
         lines = CountLines(&textHeight);
     }
-    const qreal text = lines > m_maximumLines ? m_maximumLines * LineHeight() : qMax(textHeight, m_minimumLines * LineHeight());
+    const qreal text = lines > m_maximumLines ? textHeight : qMax(textHeight, m_minimumLines * LineHeight());
     const QMargins frame = contentsMargins(); // QFrame keeps its frame's width in them
     const QMargins viewport = viewportMargins();
-    qreal height = text + 2 * document()->documentMargin() + kSparePixel + frame.top() + frame.bottom() + viewport.top()
-        + viewport.bottom();
+    // Past the maximum the margin below the text would show the top of the next line.
+    const int margins = lines > m_maximumLines ? 1 : 2;
+    qreal height = text + margins * document()->documentMargin() + kSparePixel + frame.top() + frame.bottom()
+        + viewport.top() + viewport.bottom();
     if (horizontalScrollBar()->isVisibleTo(this))
         height += horizontalScrollBar()->sizeHint().height();
     const int fixed = int(std::min<qreal>(std::ceil(height), QWIDGETSIZE_MAX));

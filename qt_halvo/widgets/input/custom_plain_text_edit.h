@@ -64,6 +64,8 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    // The lines of the text, counted up to one past the maximum, and the height of those up
+    // to the maximum.
     int CountLines(qreal* textHeight) const;
     qreal LineHeight() const;
     int Room() const;

@@ -111,7 +111,14 @@ private Q_SLOTS:
         shown.edit->setPlaceholderText(placeholder);
         shown.edit->setPlainText(text);
         QVERIFY(ShowAndWait(&shown.window));
-        QCOMPARE(shown.edit->height(), lines * LineHeight() + extras);
+        // Past the maximum no margin below the last line shown: the next one would peek in.
+        const int margin = scrolls ? int(shown.edit->document()->documentMargin()) : 0;
+        QCOMPARE(shown.edit->height(), lines * LineHeight() + extras - margin);
+        if (scrolls) {
+            QTextCursor next(shown.edit->document());
+            next.movePosition(QTextCursor::Down, QTextCursor::MoveAnchor, maximum);
+            QVERIFY(shown.edit->cursorRect(next).top() >= shown.edit->viewport()->height() - 1);
+        }
         QCOMPARE(shown.edit->verticalScrollBar()->isVisible(), scrolls);
         QCOMPARE(shown.edit->verticalScrollBarPolicy(), scrolls ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
         QCOMPARE(shown.edit->verticalScrollBar()->maximum() > 0, scrolls);
@@ -162,7 +169,8 @@ private Q_SLOTS:
         window.edit->SetMinimumLines(1);
         window.edit->setPlainText("a\nb\nc\nd\ne\nf");
         Settle();
-        QCOMPARE(window.edit->height() - framed, 4 * LineHeight());
+        // Five lines of six, without the margin below them.
+        QCOMPARE(window.edit->height() - framed, 4 * LineHeight() - int(window.edit->document()->documentMargin()));
         window.edit->SetMaximumLines(6);
         Settle();
         QCOMPARE(window.edit->height() - framed, 5 * LineHeight());

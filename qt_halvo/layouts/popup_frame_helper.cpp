@@ -1,5 +1,6 @@
 #include <qt_halvo/layouts/popup_frame_helper.h>
 
+#include <qt_halvo/layouts/popup_placement_p.h>
 #include <qt_halvo/utilities/logging_p.h>
 
 #include <QtGui/QGuiApplication>
@@ -50,46 +51,17 @@ void PopupFrameHelper::SetAnchor(QWidget* anchor)
     m_anchor = anchor;
 }
 
-PopupSides PopupFrameHelper::GetSides() const
+PopupPlacement PopupFrameHelper::GetPlacement() const
 {
-    return m_sides;
+    return m_placement;
 }
 
-void PopupFrameHelper::SetSides(const PopupSides& sides)
+void PopupFrameHelper::SetPlacement(const PopupPlacement& placement)
 {
-    if (sides == m_sides)
+    const PopupPlacement checked = CheckedPlacement(placement, "PopupFrameHelper");
+    if (checked == m_placement)
         return;
-    m_sides = sides;
-    Place();
-}
-
-Qt::Alignment PopupFrameHelper::GetAlignment() const
-{
-    return m_alignment;
-}
-
-void PopupFrameHelper::SetAlignment(Qt::Alignment alignment)
-{
-    if (alignment == m_alignment)
-        return;
-    m_alignment = alignment;
-    Place();
-}
-
-int PopupFrameHelper::GetGap() const
-{
-    return m_gap;
-}
-
-void PopupFrameHelper::SetGap(int gap)
-{
-    if (gap < 0) {
-        QTH_LOG_WARNING("PopupFrameHelper: a gap of %d is taken as 0", gap);
-        gap = 0;
-    }
-    if (gap == m_gap)
-        return;
-    m_gap = gap;
+    m_placement = checked;
     Place();
 }
 
@@ -129,7 +101,7 @@ void PopupFrameHelper::Place()
 {
     if (!m_open || !m_popup || !m_anchor)
         return;
-    m_popup->setGeometry(PlacePopupOnScreens(GlobalRect(m_anchor), m_popup->size(), m_sides, m_alignment, m_gap));
+    m_popup->setGeometry(m_placement.Place(GlobalRect(m_anchor), m_popup->size()));
 }
 
 void PopupFrameHelper::Watch(bool on)

@@ -31,12 +31,9 @@ public:
     // Closes the popup when it was open at another anchor.
     void SetAnchor(QWidget* anchor);
 
-    PopupSides GetSides() const;
-    void SetSides(const PopupSides& sides);
-    Qt::Alignment GetAlignment() const;
-    void SetAlignment(Qt::Alignment alignment);
-    int GetGap() const;
-    void SetGap(int gap);
+    // Where the popup goes beside its widget: below the anchor, left edges lined up, by default.
+    PopupPlacement GetPlacement() const;
+    void SetPlacement(const PopupPlacement& placement);
 
     bool IsOpen() const;
 
@@ -60,9 +57,7 @@ private:
     QPointer<QWidget> m_popup;
     QPointer<QWidget> m_anchor;
     QPointer<QWidget> m_window;
-    PopupSides m_sides = DefaultPopupSides();
-    Qt::Alignment m_alignment = Qt::AlignLeft | Qt::AlignTop;
-    int m_gap = 0;
+    PopupPlacement m_placement;
     bool m_open = false;
 };
 

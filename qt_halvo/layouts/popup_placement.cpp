@@ -1,5 +1,8 @@
 #include <qt_halvo/layouts/popup_placement.h>
 
+#include <qt_halvo/layouts/popup_placement_p.h>
+#include <qt_halvo/utilities/logging_p.h>
+
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 #include <QtWidgets/QWidget>
@@ -158,6 +161,26 @@ QRect PlacePopupOnScreens(const QRect& target, const QSize& popupSize, const Pop
                           Qt::Alignment alignment, int gap)
 {
     return PlacePopup(target, popupSize, CurrentPopupScreens(), sides, alignment, gap);
+}
+
+QRect PopupPlacement::Place(const QRect& target, const QSize& popupSize) const
+{
+    return PlacePopup(target, popupSize, CurrentPopupScreens(), sides, alignment, gap);
+}
+
+bool PopupPlacement::operator==(const PopupPlacement& other) const
+{
+    return sides == other.sides && alignment == other.alignment && gap == other.gap;
+}
+
+PopupPlacement CheckedPlacement(const PopupPlacement& placement, const char* owner)
+{
+    PopupPlacement checked = placement;
+    if (checked.gap < 0) {
+        QTH_LOG_WARNING("%s: a gap of %d is taken as 0", owner, checked.gap);
+        checked.gap = 0;
+    }
+    return checked;
 }
 
 QRect GlobalRect(const QWidget* widget)

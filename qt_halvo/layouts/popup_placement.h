@@ -47,6 +47,21 @@ QT_HALVO_EXPORT QRect PlacePopupOnScreens(const QRect& target, const QSize& popu
                                           const PopupSides& sides = DefaultPopupSides(),
                                           Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignTop, int gap = 0);
 
+// How a popup goes beside its target: the sides in order, the alignment along the side and
+// the gap, for PlacePopupOnScreens. The popup helpers take one each.
+struct QT_HALVO_EXPORT PopupPlacement
+{
+    PopupSides sides = DefaultPopupSides();
+    Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignTop;
+    int gap = 0;
+
+    // Where a popup of that size goes beside target on the application's screens now.
+    QRect Place(const QRect& target, const QSize& popupSize) const;
+
+    bool operator==(const PopupPlacement& other) const;
+    bool operator!=(const PopupPlacement& other) const { return !(*this == other); }
+};
+
 // A widget's rectangle in global coordinates; empty for null.
 QT_HALVO_EXPORT QRect GlobalRect(const QWidget* widget);
 

@@ -1,5 +1,6 @@
 #include <qt_halvo/layouts/stick_helper.h>
 
+#include <qt_halvo/layouts/popup_placement_p.h>
 #include <qt_halvo/utilities/logging_p.h>
 
 #include <QtCore/QEvent>
@@ -9,11 +10,10 @@
 
 namespace OrvantaQT {
 
-StickHelper::StickHelper(QWidget* panel, QWidget* anchor, const PopupSides& sides, Qt::Alignment alignment)
+StickHelper::StickHelper(QWidget* panel, QWidget* anchor, const PopupPlacement& placement)
     : QObject(panel)
     , m_panel(panel)
-    , m_sides(sides)
-    , m_alignment(alignment)
+    , m_placement(CheckedPlacement(placement, "StickHelper"))
 {
     if (!panel) {
         QTH_LOG_ERROR("StickHelper: no panel to keep beside the anchor; it does nothing");
@@ -55,61 +55,32 @@ void StickHelper::SetAnchor(QWidget* anchor)
     Stick();
 }
 
-PopupSides StickHelper::GetSides() const
+PopupPlacement StickHelper::GetPlacement() const
 {
-    return m_sides;
+    return m_placement;
 }
 
-void StickHelper::SetSides(const PopupSides& sides)
+void StickHelper::SetPlacement(const PopupPlacement& placement)
 {
-    if (sides == m_sides)
+    const PopupPlacement checked = CheckedPlacement(placement, "StickHelper");
+    if (checked == m_placement)
         return;
-    m_sides = sides;
+    m_placement = checked;
     Stick();
 }
 
-Qt::Alignment StickHelper::GetAlignment() const
-{
-    return m_alignment;
-}
-
-void StickHelper::SetAlignment(Qt::Alignment alignment)
-{
-    if (alignment == m_alignment)
-        return;
-    m_alignment = alignment;
-    Stick();
-}
-
-int StickHelper::GetGap() const
-{
-    return m_gap;
-}
-
-void StickHelper::SetGap(int gap)
-{
-    if (gap < 0) {
-        QTH_LOG_WARNING("StickHelper: a gap of %d is taken as 0", gap);
-        gap = 0;
-    }
-    if (gap == m_gap)
-        return;
-    m_gap = gap;
-    Stick();
-}
-
-QRect StickHelper::Placement() const
+QRect StickHelper::PanelRect() const
 {
     if (!m_panel || !m_anchor)
         return QRect();
-    return PlacePopupOnScreens(GlobalRect(m_anchor), m_panel->size(), m_sides, m_alignment, m_gap);
+    return m_placement.Place(GlobalRect(m_anchor), m_panel->size());
 }
 
 void StickHelper::Stick()
 {
     if (!m_panel || !m_anchor || !m_panel->isVisible())
         return;
-    const QRect place = Placement();
+    const QRect place = PanelRect();
     if (place.size() == m_panel->size())
         m_panel->move(place.topLeft());
     else

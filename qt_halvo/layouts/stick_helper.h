@@ -21,23 +21,18 @@ class QT_HALVO_EXPORT StickHelper : public QObject
 public:
     // The helper is a child of the panel. Without a panel it logs and does nothing; without
     // an anchor it leaves the panel where it is until it gets one.
-    StickHelper(QWidget* panel, QWidget* anchor, const PopupSides& sides = DefaultPopupSides(),
-                Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignTop);
+    StickHelper(QWidget* panel, QWidget* anchor, const PopupPlacement& placement = PopupPlacement());
     ~StickHelper() override;
 
     QWidget* GetPanel() const;
     QWidget* GetAnchor() const;
     void SetAnchor(QWidget* anchor);
 
-    PopupSides GetSides() const;
-    void SetSides(const PopupSides& sides);
-    Qt::Alignment GetAlignment() const;
-    void SetAlignment(Qt::Alignment alignment);
-    int GetGap() const;
-    void SetGap(int gap);
+    PopupPlacement GetPlacement() const;
+    void SetPlacement(const PopupPlacement& placement);
 
     // Where the panel goes now; empty without a panel or an anchor.
-    QRect Placement() const;
+    QRect PanelRect() const;
 
 public Q_SLOTS:
     // Puts the panel in its place now (only while it shows).
@@ -53,9 +48,7 @@ private:
     QPointer<QWidget> m_anchor;
     QPointer<QWidget> m_window;
     QMetaObject::Connection m_screenConnection;
-    PopupSides m_sides;
-    Qt::Alignment m_alignment;
-    int m_gap = 0;
+    PopupPlacement m_placement;
 };
 
 } // namespace OrvantaQT

@@ -39,7 +39,7 @@ void StickMenu::PopupAtButton()
     // QMenu::popup() keeps a place that fits the screen, as this one does.
     const QSize size = sizeHint();
     resize(size);
-    popup(m_stickHelper->Placement().topLeft());
+    popup(m_stickHelper->PanelRect().topLeft());
 }
 
 void StickMenu::mousePressEvent(QMouseEvent* event)

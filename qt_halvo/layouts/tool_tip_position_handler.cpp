@@ -1,5 +1,6 @@
 #include <qt_halvo/layouts/tool_tip_position_handler.h>
 
+#include <qt_halvo/layouts/popup_placement_p.h>
 #include <qt_halvo/utilities/logging_p.h>
 
 #include <QtCore/QEvent>
@@ -65,46 +66,17 @@ void ToolTipPositionHandler::SetToolTipWidget(QWidget* tip)
         ShowToolTip();
 }
 
-PopupSides ToolTipPositionHandler::GetSides() const
+PopupPlacement ToolTipPositionHandler::GetPlacement() const
 {
-    return m_sides;
+    return m_placement;
 }
 
-void ToolTipPositionHandler::SetSides(const PopupSides& sides)
+void ToolTipPositionHandler::SetPlacement(const PopupPlacement& placement)
 {
-    if (sides == m_sides)
+    const PopupPlacement checked = CheckedPlacement(placement, "ToolTipPositionHandler");
+    if (checked == m_placement)
         return;
-    m_sides = sides;
-    Place();
-}
-
-Qt::Alignment ToolTipPositionHandler::GetAlignment() const
-{
-    return m_alignment;
-}
-
-void ToolTipPositionHandler::SetAlignment(Qt::Alignment alignment)
-{
-    if (alignment == m_alignment)
-        return;
-    m_alignment = alignment;
-    Place();
-}
-
-int ToolTipPositionHandler::GetGap() const
-{
-    return m_gap;
-}
-
-void ToolTipPositionHandler::SetGap(int gap)
-{
-    if (gap < 0) {
-        QTH_LOG_WARNING("ToolTipPositionHandler: a gap of %d is taken as 0", gap);
-        gap = 0;
-    }
-    if (gap == m_gap)
-        return;
-    m_gap = gap;
+    m_placement = checked;
     Place();
 }
 
@@ -159,7 +131,7 @@ void ToolTipPositionHandler::Place()
     QWidget* tip = m_shown ? ShownTip() : nullptr;
     if (!tip || !m_widget)
         return;
-    tip->move(PlacePopupOnScreens(GlobalRect(m_widget), tip->size(), m_sides, m_alignment, m_gap).topLeft());
+    tip->move(m_placement.Place(GlobalRect(m_widget), tip->size()).topLeft());
 }
 
 void ToolTipPositionHandler::Watch(bool on)

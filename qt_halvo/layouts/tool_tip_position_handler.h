@@ -33,13 +33,9 @@ public:
     QWidget* GetToolTipWidget() const;
     void SetToolTipWidget(QWidget* tip);
 
-    PopupSides GetSides() const;
-    void SetSides(const PopupSides& sides);
-    Qt::Alignment GetAlignment() const;
-    void SetAlignment(Qt::Alignment alignment);
-    // Pixels between the widget and the tip; 4 by default.
-    int GetGap() const;
-    void SetGap(int gap);
+    // Where the popup goes beside its widget: below the widget, left edges lined up, 4 px away by default.
+    PopupPlacement GetPlacement() const;
+    void SetPlacement(const PopupPlacement& placement);
 
     bool IsToolTipVisible() const;
 
@@ -58,9 +54,7 @@ private:
     QPointer<QWidget> m_widget;
     QPointer<QWidget> m_window;
     QPointer<QWidget> m_hostTip;
-    PopupSides m_sides = DefaultPopupSides();
-    Qt::Alignment m_alignment = Qt::AlignLeft | Qt::AlignTop;
-    int m_gap = 4;
+    PopupPlacement m_placement = {DefaultPopupSides(), Qt::AlignLeft | Qt::AlignTop, 4};
     bool m_shown = false;
 };
 

@@ -116,8 +116,7 @@ private Q_SLOTS:
         QVERIFY(tip.isVisible());
         QCOMPARE(tip.geometry(), QRect(window.button->mapToGlobal(QPoint(0, -4 - 120)), QSize(160, 120)));
 
-        handler->SetSides({PopupSide::Right});
-        handler->SetGap(0);
+        handler->SetPlacement({{PopupSide::Right}, Qt::AlignLeft | Qt::AlignTop, 0});
         QCOMPARE(tip.pos(), window.button->mapToGlobal(QPoint(100, 0)));
         handler->HideToolTip();
         QVERIFY(!tip.isVisible());
@@ -136,8 +135,8 @@ private Q_SLOTS:
         QVERIFY(!lone.IsToolTipVisible());
         Window window;
         auto* handler = new ToolTipPositionHandler(window.button);
-        handler->SetGap(-3);
-        QCOMPARE(handler->GetGap(), 0);
+        handler->SetPlacement({OrvantaQT::DefaultPopupSides(), Qt::AlignLeft, -3});
+        QCOMPARE(handler->GetPlacement().gap, 0);
         window.button->setToolTip(QString());
         QVERIFY(window.Show());
         handler->ShowToolTip(); // nothing to show
@@ -226,11 +225,9 @@ private Q_SLOTS:
         QVERIFY(window.Show());
         helper->Show();
         QCOMPARE(popup->geometry(), QRect(window.button->mapToGlobal(QPoint(0, -120)), QSize(150, 120)));
-        helper->SetAlignment(Qt::AlignRight);
+        helper->SetPlacement({OrvantaQT::DefaultPopupSides(), Qt::AlignRight, 0});
         QCOMPARE(popup->pos(), window.button->mapToGlobal(QPoint(100 - 150, -120)));
-        helper->SetAlignment(Qt::AlignLeft);
-        helper->SetSides({PopupSide::Right, PopupSide::Left});
-        helper->SetGap(2);
+        helper->SetPlacement({{PopupSide::Right, PopupSide::Left}, Qt::AlignLeft, 2});
         // Its top edge would meet the button's, but the screen ends first.
         QCOMPARE(popup->pos(), QPoint(window.button->mapToGlobal(QPoint(-2 - 150, 0)).x(), right.bottom() + 1 - 120));
         helper->Close();
@@ -247,8 +244,8 @@ private Q_SLOTS:
         TestSupport::SignalLog log(helper, {"AboutToShow()", "Closed()"});
         helper->Show();
         QVERIFY(!popup->isVisible());
-        helper->SetGap(-1);
-        helper->SetGap(0); // not logged
+        helper->SetPlacement({OrvantaQT::DefaultPopupSides(), Qt::AlignLeft, -1});
+        helper->SetPlacement({OrvantaQT::DefaultPopupSides(), Qt::AlignLeft, 0}); // not logged
         helper->Close(); // not open: nothing
         QCOMPARE(log.Take(), QStringList());
         QCOMPARE(mark.Texts(), QStringList({"4 PopupFrameHelper: no widget to make a popup of; it does nothing",
@@ -289,13 +286,13 @@ private Q_SLOTS:
         QTRY_COMPARE(window.window.windowHandle()->screen(), QGuiApplication::screens().at(1));
         QCOMPARE(panel.pos(), window.button->mapToGlobal(QPoint(0, -80)));
 
-        helper->SetAlignment(Qt::AlignRight);
+        helper->SetPlacement({OrvantaQT::DefaultPopupSides(), Qt::AlignRight, 0});
         QCOMPARE(panel.pos(), window.button->mapToGlobal(QPoint(100 - 150, -80)));
         panel.resize(120, 60);
         QCOMPARE(panel.pos(), window.button->mapToGlobal(QPoint(100 - 120, -60)));
-        helper->SetGap(5);
+        helper->SetPlacement({OrvantaQT::DefaultPopupSides(), Qt::AlignRight, 5});
         QCOMPARE(panel.pos(), window.button->mapToGlobal(QPoint(100 - 120, -5 - 60)));
-        helper->SetSides({PopupSide::Right});
+        helper->SetPlacement({{PopupSide::Right}, Qt::AlignRight, 5});
         QCOMPARE(panel.pos(), window.button->mapToGlobal(QPoint(100 + 5, 0)));
 
         // The anchor moves to another window: the panel follows that one.
@@ -313,7 +310,7 @@ private Q_SLOTS:
     {
         const LogCapture::Mark mark;
         StickHelper lone(nullptr, nullptr);
-        QCOMPARE(lone.Placement(), QRect());
+        QCOMPARE(lone.PanelRect(), QRect());
         QWidget panel(nullptr, Qt::Tool);
         panel.setGeometry(10, 10, 50, 50);
         auto* helper = new StickHelper(&panel, nullptr);
@@ -327,7 +324,7 @@ private Q_SLOTS:
         }
         QCOMPARE(helper->GetAnchor(), nullptr);
         panel.resize(60, 60); // the anchor went away: nothing to follow
-        helper->SetGap(-2);
+        helper->SetPlacement({OrvantaQT::DefaultPopupSides(), Qt::AlignLeft, -2});
         QCOMPARE(mark.Texts(), QStringList({"4 StickHelper: no panel to keep beside the anchor; it does nothing",
                                             "3 StickHelper: a gap of -2 is taken as 0"}));
     }

@@ -293,7 +293,7 @@ QWidget* CreatePopupFrameDemo()
     auto* popup = new QFrame(demo);
     popup->setObjectName(QStringLiteral("CityPopup"));
     auto* helper = new OrvantaQT::PopupFrameHelper(popup, anchor);
-    helper->SetGap(2);
+    helper->SetPlacement({OrvantaQT::DefaultPopupSides(), Qt::AlignLeft | Qt::AlignTop, 2});
     auto* popupLayout = new QVBoxLayout(popup);
     popupLayout->setContentsMargins(8, 8, 8, 8);
     auto* filter = new QLineEdit(popup);
@@ -351,8 +351,8 @@ QWidget* CreatePopupFrameDemo()
     });
 
     const auto place = [helper, side, alignment] {
-        helper->SetSides(SidesFrom(static_cast<PopupSide>(side->currentData().toInt())));
-        helper->SetAlignment(Qt::Alignment(alignment->currentData().toInt()));
+        helper->SetPlacement({SidesFrom(static_cast<PopupSide>(side->currentData().toInt())),
+                              Qt::Alignment(alignment->currentData().toInt()), 2});
     };
     QObject::connect(side, QOverload<int>::of(&QComboBox::currentIndexChanged), helper, place);
     QObject::connect(alignment, QOverload<int>::of(&QComboBox::currentIndexChanged), helper, place);

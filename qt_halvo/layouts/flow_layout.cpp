@@ -1,5 +1,6 @@
 #include <qt_halvo/layouts/flow_layout.h>
 
+#include <qt_halvo/layouts/layout_spacing_p.h>
 #include <qt_halvo/utilities/logging_p.h>
 
 #include <QtCore/QVector>
@@ -8,54 +9,6 @@
 #include <algorithm>
 
 namespace OrvantaQT {
-
-namespace {
-
-// The gaps of one layout pass. The stored or parent spacing is read once; where it gives
-// nothing (-1), the item's style decides, looked up again only when the style changes.
-class Gaps
-{
-public:
-    Gaps(int horizontal, int vertical) : m_horizontal(horizontal), m_vertical(vertical) {}
-
-    // False (and logged once per pass) for an item without a widget to ask.
-    bool For(QLayoutItem* item, int* spaceX, int* spaceY)
-    {
-        if (m_horizontal != -1 && m_vertical != -1) {
-            *spaceX = m_horizontal;
-            *spaceY = m_vertical;
-            return true;
-        }
-        const QWidget* widget = item->widget();
-        if (!widget) {
-            if (!m_reported)
-                QTH_LOG_ERROR("FlowLayout: an item without a widget needs a spacing, and none is set; using 0");
-            m_reported = true;
-            *spaceX = std::max(m_horizontal, 0);
-            *spaceY = std::max(m_vertical, 0);
-            return false;
-        }
-        QStyle* style = widget->style();
-        if (style != m_style) {
-            m_style = style;
-            m_styleX = style->layoutSpacing(QSizePolicy::PushButton, QSizePolicy::PushButton, Qt::Horizontal);
-            m_styleY = style->layoutSpacing(QSizePolicy::PushButton, QSizePolicy::PushButton, Qt::Vertical);
-        }
-        *spaceX = m_horizontal == -1 ? m_styleX : m_horizontal;
-        *spaceY = m_vertical == -1 ? m_styleY : m_vertical;
-        return true;
-    }
-
-private:
-    int m_horizontal;
-    int m_vertical;
-    const QStyle* m_style = nullptr;
-    int m_styleX = 0;
-    int m_styleY = 0;
-    bool m_reported = false;
-};
-
-} // namespace
 
 FlowLayout::FlowLayout(QWidget* parent, int hSpacing, int vSpacing)
     : QLayout(parent)
@@ -148,13 +101,7 @@ int FlowLayout::MaxWidgetsPerRow() const
 
 int FlowLayout::smartSpacing(QStyle::PixelMetric metric) const
 {
-    QObject* parentObject = parent();
-    if (!parentObject)
-        return -1;
-    if (!parentObject->isWidgetType())
-        return static_cast<QLayout*>(parentObject)->spacing();
-    auto* parentWidget = static_cast<QWidget*>(parentObject);
-    return parentWidget->style()->pixelMetric(metric, nullptr, parentWidget);
+    return ParentSpacing(this, metric);
 }
 
 int FlowLayout::doLayout(const QRect& rect, bool testOnly) const
@@ -165,7 +112,8 @@ int FlowLayout::doLayout(const QRect& rect, bool testOnly) const
     int y = effective.y();
     int lineHeight = 0;
     int itemsInRow = 0;
-    Gaps gaps(horizontalSpacing(), verticalSpacing());
+    LayoutGaps gaps(horizontalSpacing(), verticalSpacing());
+    bool reported = false;
     QVector<QRect> places;
     if (!testOnly)
         places.reserve(m_items.size());
@@ -173,7 +121,10 @@ int FlowLayout::doLayout(const QRect& rect, bool testOnly) const
     for (QLayoutItem* item : m_items) {
         int spaceX = 0;
         int spaceY = 0;
-        gaps.For(item, &spaceX, &spaceY);
+        if (!gaps.For(item, &spaceX, &spaceY) && !reported) {
+            QTH_LOG_ERROR("FlowLayout: an item without a widget needs a spacing, and none is set; using 0");
+            reported = true;
+        }
         QSize hint = item->sizeHint();
         if (hint.width() > effective.width())
             hint = QSize(effective.width(), item->minimumHeightForWidth(effective.width()));

@@ -3,12 +3,26 @@
 #include <qt_halvo/layouts/layout_spacing_p.h>
 #include <qt_halvo/utilities/logging_p.h>
 
-#include <QtCore/QVector>
 #include <QtWidgets/QWidget>
 
 #include <algorithm>
+#include <memory>
 
 namespace OrvantaQT {
+
+namespace {
+
+// Where one item goes before the block is centred; plain ints, so that new[] leaves a
+// pass's array of them unwritten until the pass fills it.
+struct Place
+{
+    int x;
+    int y;
+    int width;
+    int height;
+};
+
+} // namespace
 
 FlowLayout::FlowLayout(QWidget* parent, int hSpacing, int vSpacing)
     : QLayout(parent)
@@ -112,11 +126,13 @@ int FlowLayout::doLayout(const QRect& rect, bool testOnly) const
     int y = effective.y();
     int lineHeight = 0;
     int itemsInRow = 0;
+    int maxRight = effective.left();
+    int maxBottom = effective.top();
     LayoutGaps gaps(horizontalSpacing(), verticalSpacing());
     bool reported = false;
-    QVector<QRect> places;
-    if (!testOnly)
-        places.reserve(m_items.size());
+    // Where each item goes before centring, in item order for the second loop.
+    std::unique_ptr<Place[]> places(testOnly ? nullptr : new Place[size_t(m_items.size())]);
+    Place* next = places.get();
 
     for (QLayoutItem* item : m_items) {
         int spaceX = 0;
@@ -139,22 +155,21 @@ int FlowLayout::doLayout(const QRect& rect, bool testOnly) const
         }
         ++itemsInRow;
         if (!testOnly)
-            places.append(QRect(QPoint(x, y), hint));
+            *next++ = {x, y, hint.width(), hint.height()};
+        maxRight = std::max(maxRight, x + hint.width() - 1);
+        maxBottom = std::max(maxBottom, y + hint.height() - 1);
         x = nextX;
         lineHeight = std::max(lineHeight, hint.height());
     }
 
     if (!testOnly) {
-        int maxRight = effective.left();
-        int maxBottom = effective.top();
-        for (const QRect& place : qAsConst(places)) {
-            maxRight = std::max(maxRight, place.right());
-            maxBottom = std::max(maxBottom, place.bottom());
-        }
         // Halves of the free room on each side: negative when the block overflows.
         const QPoint offset((effective.right() + 1 - maxRight) / 2, (effective.bottom() + 1 - maxBottom) / 2);
-        for (int i = 0; i < places.size(); ++i)
-            m_items.at(i)->setGeometry(places.at(i).translated(offset));
+        const Place* place = places.get();
+        for (QLayoutItem* item : m_items) {
+            item->setGeometry(QRect(place->x + offset.x(), place->y + offset.y(), place->width, place->height));
+            ++place;
+        }
     }
     return y + lineHeight - rect.top() + margins.bottom();
 }

@@ -1,13 +1,17 @@
 // FlowLayout passes over 1,000 and 10,000 fixed-size widget items, with explicit spacing
 // and with the style's, next to a plain flow layout that does not centre (Qt's flow
-// layout example, written out here) doing the same passes.
+// layout example, written out here) doing the same passes, and UniversalLayout beside
+// them on the same items: as a column in the same rectangle, and as a row in one wide
+// enough for it.
 
 #include <qt_halvo/layouts/flow_layout.h>
+#include <qt_halvo/layouts/universal_layout.h>
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QStyle>
 
 using OrvantaQT::FlowLayout;
+using OrvantaQT::UniversalLayout;
 
 namespace {
 
@@ -66,7 +70,11 @@ private:
     int m_spacing;
 };
 
+enum class Kind { Flow, PlainFlow, UniversalColumn, UniversalRow };
+
 } // namespace
+
+Q_DECLARE_METATYPE(Kind)
 
 class BenchFlowLayout : public QObject
 {
@@ -79,17 +87,21 @@ private Q_SLOTS:
 
 void BenchFlowLayout::pass_data()
 {
-    QTest::addColumn<bool>("ours");
+    QTest::addColumn<Kind>("kind");
     QTest::addColumn<int>("items");
     QTest::addColumn<int>("spacing");
     QTest::addColumn<bool>("heightForWidth");
-    for (const bool ours : {true, false}) {
+    const std::pair<Kind, const char*> kinds[] = {{Kind::Flow, "FlowLayout"},
+                                                  {Kind::PlainFlow, "plain flow"},
+                                                  {Kind::UniversalColumn, "UniversalLayout column"},
+                                                  {Kind::UniversalRow, "UniversalLayout row"}};
+    for (const auto& [kind, name] : kinds) {
         for (const int items : {1000, 10000}) {
             for (const int spacing : {6, -1}) {
                 for (const bool hfw : {false, true}) {
-                    QTest::addRow("%s, %d items, %s spacing, %s", ours ? "FlowLayout" : "plain flow", items,
-                                  spacing < 0 ? "style" : "explicit", hfw ? "heightForWidth" : "setGeometry")
-                        << ours << items << spacing << hfw;
+                    QTest::addRow("%s, %d items, %s spacing, %s", name, items, spacing < 0 ? "style" : "explicit",
+                                  hfw ? "heightForWidth" : "setGeometry")
+                        << kind << items << spacing << hfw;
                 }
             }
         }
@@ -98,18 +110,34 @@ void BenchFlowLayout::pass_data()
 
 void BenchFlowLayout::pass()
 {
-    QFETCH(bool, ours);
+    QFETCH(Kind, kind);
     QFETCH(int, items);
     QFETCH(int, spacing);
     QFETCH(bool, heightForWidth);
 
     QWidget container;
-    QLayout* layout = ours ? static_cast<QLayout*>(new FlowLayout(&container, spacing, spacing))
-                           : new PlainFlowLayout(&container, spacing);
+    QLayout* layout = nullptr;
+    switch (kind) {
+    case Kind::Flow:
+        layout = new FlowLayout(&container, spacing, spacing);
+        break;
+    case Kind::PlainFlow:
+        layout = new PlainFlowLayout(&container, spacing);
+        break;
+    case Kind::UniversalColumn:
+    case Kind::UniversalRow:
+        layout = new UniversalLayout(&container, spacing, spacing);
+        break;
+    }
     layout->setContentsMargins(0, 0, 0, 0);
     for (int i = 0; i < items; ++i)
         layout->addWidget(new FixedWidget);
-    const QRect rect(0, 0, 1200, 800);
+    // 50 px a 40 px item: room for gaps up to 10, as the check below makes sure.
+    const QRect rect(0, 0, kind == Kind::UniversalRow ? items * 50 : 1200, 800);
+    if (auto* universal = qobject_cast<UniversalLayout*>(layout)) {
+        universal->setGeometry(rect);
+        QCOMPARE(universal->CurrentOrientation(), kind == Kind::UniversalRow ? Qt::Horizontal : Qt::Vertical);
+    }
     int height = 0;
     QBENCHMARK {
         if (heightForWidth)

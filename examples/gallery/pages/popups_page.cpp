@@ -6,6 +6,7 @@
 #include <qt_halvo/layouts/size_managed_container.h>
 #include <qt_halvo/layouts/stick_menu.h>
 #include <qt_halvo/layouts/tool_tip_position_handler.h>
+#include <qt_halvo/layouts/universal_layout.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
@@ -513,6 +514,53 @@ QString ScreensNow()
     return Translate("This computer's screens now: %1.").arg(parts.join(QStringLiteral("; ")));
 }
 
+// A search bar in a universal layout, inside a container whose right edge the user drags.
+QWidget* CreateUniversalDemo()
+{
+    auto* demo = new QWidget;
+    auto* layout = new QVBoxLayout(demo);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* container = new OrvantaQT::SizeManagedContainer(demo, Qt::RightEdge);
+    container->setObjectName(QStringLiteral("UniversalContainer"));
+    container->setFrameShape(QFrame::StyledPanel);
+    container->setMinimumWidth(160);
+    auto* bar = new QWidget;
+    auto* universal = new OrvantaQT::UniversalLayout(bar);
+    //: Label of the sample search bar on the popups and containers page.
+    universal->addWidget(new QLabel(Translate("Find:"), bar));
+    auto* field = new QLineEdit(bar);
+    //: Placeholder of the sample search field on the popups and containers page.
+    field->setPlaceholderText(Translate("Name or number"));
+    universal->addWidget(field);
+    auto* scope = new QComboBox(bar);
+    //: Where the sample search looks, on the popups and containers page.
+    scope->addItems({Translate("Everywhere"), Translate("This folder")});
+    universal->addWidget(scope);
+    //: Button of the sample search bar on the popups and containers page.
+    universal->addWidget(new QPushButton(Translate("Search"), bar));
+    container->SetWidget(bar);
+    container->SetManagedSize(QSize(560, 0));
+    // Not aligned in the column: a box layout asks an aligned item its height for the
+    // column's whole width, where the bar would be a row.
+    auto* row = new QHBoxLayout;
+    row->addWidget(container);
+    row->addStretch();
+    layout->addLayout(row);
+
+    auto* state = CreateSecondaryText(QString(), demo);
+    const auto show = [state, container](Qt::Orientation orientation) {
+        //: How the sample search bar is laid out, and the width of its container.
+        state->setText((orientation == Qt::Horizontal ? Translate("A row, %1 px wide") : Translate("A column, %1 px wide"))
+                           .arg(container->width()));
+    };
+    QObject::connect(universal, &OrvantaQT::UniversalLayout::OrientationChanged, state, show);
+    QObject::connect(container, &OrvantaQT::SizeManagedContainer::SizeChanged, state,
+                     [show, universal] { show(universal->CurrentOrientation()); });
+    show(universal->CurrentOrientation());
+    layout->addWidget(state);
+    return demo;
+}
+
 QWidget* CreatePlacementDemo()
 {
     auto* demo = new QWidget;
@@ -717,6 +765,13 @@ QWidget* CreatePopupsPage()
                                               "start; the log only grows or shrinks in height."),
                                     CreateContainersDemo(), content));
     //: Section title on the gallery's popups and containers page.
+    layout->addWidget(CreateSection("UniversalSection", Translate("Universal layout"),
+                                    //: Explanation on the gallery's popups and containers page.
+                                    Translate("Drag the bar's right edge: its parts stand in a row while they fit "
+                                              "and in a column when they do not, and only go back to a row a "
+                                              "little past that width."),
+                                    CreateUniversalDemo(), content));
+    //: Section title on the gallery's popups and containers page.
     layout->addWidget(CreateSection("MapSection", Translate("Where popups go"),
                                     //: Explanation on the gallery's popups and containers page.
                                     Translate("Popups placed for five buttons (blue) on a fixed pair of screens, "
@@ -773,6 +828,13 @@ QVector<GalleryMoment> PopupsPageMoments()
              ClearPopups(page);
              ScrollTo(page, "ContainerSection");
              ClickButton(page, "NotesLarger");
+         },
+         100},
+        {QStringLiteral("universal_column"),
+         [](QWidget* page) {
+             ScrollTo(page, "UniversalSection");
+             if (auto* container = page->findChild<OrvantaQT::SizeManagedContainer*>(QStringLiteral("UniversalContainer")))
+                 container->SetManagedSize(QSize(240, 0));
          },
          100},
         {QStringLiteral("placement_map"), [](QWidget* page) { ScrollTo(page, "MapSection"); }, 100},

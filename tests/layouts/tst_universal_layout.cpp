@@ -189,6 +189,8 @@ private Q_SLOTS:
             << QVector<QRect>{{12, 23, 60, 20}, {72, 23, 25, 20}, {107, 23, 40, 20}} << 28;
         QTest::newRow("narrowed under a breakpoint of its own, to a minimum") << QByteArray("60x20, 80x30 min70, 40x10") << 150 << 150 << false
             << QVector<QRect>{{12, 23, 36, 30}, {58, 23, 70, 30}, {138, 23, 18, 30}} << 38;
+        QTest::newRow("at their minimums, and over the edge") << QByteArray("60x20 min50, 80x30 min70, 40x10 min30") << 100 << 100 << false
+            << QVector<QRect>{{12, 23, 50, 30}, {72, 23, 70, 30}, {152, 23, 30, 30}} << 38;
         QTest::newRow("right to left") << QByteArray(kThree) << 0 << 300 << true
             << QVector<QRect>{{246, 23, 60, 30}, {156, 23, 80, 30}, {106, 23, 40, 30}} << 38;
     }
@@ -319,26 +321,30 @@ private Q_SLOTS:
         QCOMPARE(mark.Texts(), logged);
     }
 
-    void badInputIsLoggedAndIgnored_data()
+    void badInputIsLoggedAndSetAside_data()
     {
         QTest::addColumn<Call>("call");
-        QTest::addColumn<QString>("logged");
+        QTest::addColumn<QStringList>("logged");
         QTest::addColumn<int>("breakpoint");
         QTest::addColumn<int>("hysteresis");
         QTest::addColumn<QString>("orientation"); // in 240 px, laid out again at once
         QTest::newRow("a null widget") << Call([](UniversalLayout* layout) { layout->addWidget(nullptr); })
-                                       << "UniversalLayout: a null widget cannot be added; ignored" << 250 << 16 << "C";
+            << QStringList{"3 UniversalLayout: a null widget cannot be added; ignored"} << 250 << 16 << "C";
         QTest::newRow("a null item") << Call([](UniversalLayout* layout) { layout->addItem(nullptr); })
-                                     << "UniversalLayout: a null item cannot be added; ignored" << 250 << 16 << "C";
+            << QStringList{"3 UniversalLayout: a null item cannot be added; ignored"} << 250 << 16 << "C";
         QTest::newRow("a negative breakpoint: the row's width") << Call([](UniversalLayout* layout) { layout->SetBreakpoint(-5); })
-            << "UniversalLayout: a breakpoint of -5 px is negative; using 0, the width the row needs" << 0 << 16 << "R";
+            << QStringList{"3 UniversalLayout: a breakpoint of -5 px is negative; using 0, the width the row needs"} << 0 << 16 << "R";
+        QTest::newRow("a breakpoint of 0: nothing to say") << Call([](UniversalLayout* layout) { layout->SetBreakpoint(0); })
+            << QStringList() << 0 << 16 << "R";
         QTest::newRow("a negative hysteresis") << Call([](UniversalLayout* layout) { layout->SetHysteresis(-3); })
-                                               << "UniversalLayout: a hysteresis of -3 px is negative; using 0" << 250 << 0 << "C";
+            << QStringList{"3 UniversalLayout: a hysteresis of -3 px is negative; using 0"} << 250 << 0 << "C";
+        QTest::newRow("a hysteresis of 0: nothing to say") << Call([](UniversalLayout* layout) { layout->SetHysteresis(0); })
+            << QStringList() << 250 << 0 << "C";
     }
-    void badInputIsLoggedAndIgnored()
+    void badInputIsLoggedAndSetAside()
     {
         QFETCH(Call, call);
-        QFETCH(QString, logged);
+        QFETCH(QStringList, logged);
         QFETCH(int, breakpoint);
         QFETCH(int, hysteresis);
         QFETCH(QString, orientation);
@@ -347,7 +353,7 @@ private Q_SLOTS:
         layout->setGeometry(QRect(10, 20, 240, 100)); // a column under the breakpoint
         const LogCapture::Mark mark;
         call(layout);
-        QCOMPARE(mark.Texts(), QStringList{"3 " + logged});
+        QCOMPARE(mark.Texts(), logged);
         QCOMPARE(layout->count(), 3);
         QCOMPARE(layout->Breakpoint(), breakpoint);
         QCOMPARE(layout->Hysteresis(), hysteresis);
@@ -357,23 +363,32 @@ private Q_SLOTS:
 
     void followsTheWindow_data()
     {
+        QTest::addColumn<bool>("nested"); // the layout of a widget in the window's layout
         QTest::addColumn<int>("breakpoint");
         QTest::addColumn<QVector<int>>("widths");
         QTest::addColumn<QString>("orientations");
         QTest::addColumn<QStringList>("signalled");
-        QTest::newRow("narrowed and widened again") << 0 << QVector<int>{300, 200, 215, 222, 205} << "RCCRC"
-            << QStringList{"OrientationChanged(Vertical)", "OrientationChanged(Horizontal)", "OrientationChanged(Vertical)"};
-        QTest::newRow("a breakpoint of its own") << 240 << QVector<int>{300, 239, 250, 256} << "RCCR"
-            << QStringList{"OrientationChanged(Vertical)", "OrientationChanged(Horizontal)"};
+        const QStringList there = {"OrientationChanged(Vertical)", "OrientationChanged(Horizontal)"};
+        QTest::newRow("narrowed and widened again") << false << 0 << QVector<int>{300, 200, 215, 222, 205} << "RCCRC"
+            << there + QStringList{"OrientationChanged(Vertical)"};
+        QTest::newRow("a breakpoint of its own") << false << 240 << QVector<int>{300, 239, 250, 256} << "RCCR" << there;
+        QTest::newRow("nested") << true << 0 << QVector<int>{300, 200, 222} << "RCR" << there;
     }
     void followsTheWindow()
     {
+        QFETCH(bool, nested);
         QFETCH(int, breakpoint);
         QFETCH(QVector<int>, widths);
         QFETCH(QString, orientations);
         QFETCH(QStringList, signalled);
         QWidget window;
-        UniversalLayout* layout = MakeLayout(&window, kThree, breakpoint);
+        QWidget* holder = &window;
+        if (nested) {
+            auto* outer = new QVBoxLayout(&window);
+            outer->setContentsMargins(0, 0, 0, 0);
+            outer->addWidget(holder = new QWidget);
+        }
+        UniversalLayout* layout = MakeLayout(holder, kThree, breakpoint);
         TestSupport::SignalLog log(layout, {"OrientationChanged(Qt::Orientation)"});
         QVERIFY(TestSupport::ShowAndWait(&window));
         for (int i = 0; i < widths.size(); ++i) {

@@ -22,7 +22,7 @@ struct Cell
     int gapX = 0; // after the previous item that is not empty: across in a row
     int gapY = 0; // and down in a column
     int along = 0;
-    int limit = 0; // while sharing: 1 to grow, or the minimum to shrink to
+    int limit = 0; // while sharing: how far it may grow or shrink
 };
 
 // All items but hidden widgets, as in QBoxLayout. Empty items such as spacers keep their
@@ -88,7 +88,8 @@ int HeightFor(const Cell& cell, int width)
 }
 
 // Brings the cells' sizes along the line to room in all: more room goes evenly to the
-// cells that expand that way, less is taken evenly from those above their minimum.
+// cells that expand that way, up to their maximum, and less is taken evenly from those
+// above their minimum.
 void Share(QVector<Cell>& cells, int room, Qt::Orientation orientation)
 {
     int rest = room;
@@ -97,18 +98,19 @@ void Share(QVector<Cell>& cells, int room, Qt::Orientation orientation)
     if (rest == 0)
         return;
     const bool growing = rest > 0;
+    const auto along = [orientation](QSize size) { return orientation == Qt::Horizontal ? size.width() : size.height(); };
     // Read here, as most passes have nothing to share.
     for (Cell& cell : cells) {
-        if (growing) {
-            cell.limit = cell.item->expandingDirections().testFlag(orientation) ? 1 : 0;
-        } else {
-            const QSize minimum = cell.item->minimumSize();
-            cell.limit = orientation == Qt::Horizontal ? minimum.width() : minimum.height();
-        }
+        if (!growing)
+            cell.limit = along(cell.item->minimumSize());
+        else if (cell.item->expandingDirections().testFlag(orientation))
+            cell.limit = along(cell.item->maximumSize());
+        else
+            cell.limit = cell.along;
     }
-    const auto takes = [growing](const Cell& cell) { return growing ? cell.limit != 0 : cell.along > cell.limit; };
+    const auto takes = [growing](const Cell& cell) { return growing ? cell.along < cell.limit : cell.along > cell.limit; };
     const int sign = growing ? 1 : -1;
-    // A round ends with nothing left or with a cell at its minimum, which leaves the next.
+    // A round ends with nothing left or with a cell at its limit, which leaves the next.
     while (rest != 0) {
         const int takers = int(std::count_if(cells.cbegin(), cells.cend(), takes));
         if (takers == 0)
@@ -123,8 +125,7 @@ void Share(QVector<Cell>& cells, int room, Qt::Orientation orientation)
                 step += sign;
                 odd -= sign;
             }
-            if (!growing)
-                step = std::max(step, cell.limit - cell.along);
+            step = growing ? std::min(step, cell.limit - cell.along) : std::max(step, cell.limit - cell.along);
             cell.along += step;
             rest -= step;
         }

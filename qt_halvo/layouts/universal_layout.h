@@ -14,11 +14,13 @@ namespace OrvantaQT {
 //
 // In a row the items share the height of the tallest; in a column each takes the full
 // width. An item with an alignment keeps its size hint in that direction and is placed
-// by it. More room than the hints need goes to the items that expand in that direction.
-// Hidden widgets take no room. It reports height-for-width: the height in the orientation
-// a width would give. A negative spacing is taken from the parent: a parent layout's
-// spacing, or the parent widget's style; and if that gives nothing, the style's spacing
-// between push buttons.
+// by it. More room than the hints need goes to the items that expand in that direction,
+// up to their maximum; a row under a breakpoint narrower than its hints narrows its items
+// toward their minimum. Hidden widgets take no room, spacers no gaps.
+//
+// It reports height-for-width: the height in the orientation a width would give. A
+// negative spacing is taken from the parent: a parent layout's spacing, or the parent
+// widget's style; and if that gives nothing, the style's spacing between push buttons.
 class QT_HALVO_EXPORT UniversalLayout : public QLayout
 {
     Q_OBJECT

@@ -44,8 +44,8 @@ using Call = std::function<void(UniversalLayout*)>;
 Q_DECLARE_METATYPE(Call)
 
 // Items as "60x20" and words, comma-separated: wide / tall (expand across / down), right /
-// bottom (aligned), min70 (a minimum width), hfw, hidden, spacer. Margins 2 3 4 5: with
-// gaps of 10, the three of kThree need 206 in a row.
+// bottom (aligned), min70 / max100 (a minimum / maximum width), hfw, hidden, spacer.
+// Margins 2 3 4 5: with gaps of 10, the three of kThree need 206 in a row.
 static const char* const kThree = "60x20, 80x30, 40x10";
 
 static UniversalLayout* MakeLayout(QWidget* parent, const char* items, int breakpoint = 0)
@@ -60,8 +60,16 @@ static UniversalLayout* MakeLayout(QWidget* parent, const char* items, int break
             layout->addItem(new QSpacerItem(hint.width(), hint.height()));
             continue;
         }
-        const int minimum = words.last().startsWith("min") ? words.last().mid(3).toInt() : 0;
-        auto* box = new Box(parent, hint, QSize(minimum, 0), words.contains("hfw"));
+        const auto number = [&words](const char* prefix) {
+            for (const QString& word : words) {
+                if (word.startsWith(prefix))
+                    return word.mid(3).toInt();
+            }
+            return -1;
+        };
+        auto* box = new Box(parent, hint, QSize(std::max(number("min"), 0), 0), words.contains("hfw"));
+        if (number("max") >= 0)
+            box->setMaximumWidth(number("max"));
         box->setSizePolicy(words.contains("wide") ? QSizePolicy::Expanding : QSizePolicy::Preferred,
                            words.contains("tall") ? QSizePolicy::Expanding : QSizePolicy::Preferred);
         box->setVisible(!words.contains("hidden"));
@@ -171,6 +179,8 @@ private Q_SLOTS:
         QTest::addColumn<int>("height"); // for the width
         QTest::newRow("more width to the one that expands") << QByteArray("60x20, 80x30 wide, 40x10") << 0 << 300 << false
             << QVector<QRect>{{12, 23, 60, 30}, {82, 23, 174, 30}, {266, 23, 40, 30}} << 38;
+        QTest::newRow("one that expands up to its maximum, the rest to the other") << QByteArray("60x20 wide max100, 80x30, 40x10 wide") << 0 << 300 << false
+            << QVector<QRect>{{12, 23, 100, 30}, {122, 23, 80, 30}, {212, 23, 94, 30}} << 38;
         QTest::newRow("two that expand, the odd pixel to the first") << QByteArray("60x20 wide, 80x30, 40x10 wide") << 0 << 301 << false
             << QVector<QRect>{{12, 23, 108, 30}, {130, 23, 80, 30}, {220, 23, 87, 30}} << 38;
         QTest::newRow("more height to the one that expands, in a column") << QByteArray("60x20, 80x30 tall, 40x10") << 0 << 150 << false
@@ -189,6 +199,8 @@ private Q_SLOTS:
             << QVector<QRect>{{12, 23, 60, 20}, {72, 23, 25, 20}, {107, 23, 40, 20}} << 28;
         QTest::newRow("narrowed under a breakpoint of its own, to a minimum") << QByteArray("60x20, 80x30 min70, 40x10") << 150 << 150 << false
             << QVector<QRect>{{12, 23, 36, 30}, {58, 23, 70, 30}, {138, 23, 18, 30}} << 38;
+        QTest::newRow("narrowed evenly, the odd pixels from the first") << QByteArray(kThree) << 180 << 180 << false
+            << QVector<QRect>{{12, 23, 51, 30}, {73, 23, 71, 30}, {154, 23, 32, 30}} << 38;
         QTest::newRow("at their minimums, and over the edge") << QByteArray("60x20 min50, 80x30 min70, 40x10 min30") << 100 << 100 << false
             << QVector<QRect>{{12, 23, 50, 30}, {72, 23, 70, 30}, {152, 23, 30, 30}} << 38;
         QTest::newRow("right to left") << QByteArray(kThree) << 0 << 300 << true
@@ -266,6 +278,28 @@ private Q_SLOTS:
         QCOMPARE(bool(item), taken);
         QCOMPARE(layout->count(), taken ? 2 : 3);
         QCOMPARE(layout->RowWidth(), rowWidth);
+    }
+
+    void addingOrTakingLaysOutAgain_data()
+    {
+        QTest::addColumn<Call>("change");
+        QTest::addColumn<QVector<QRect>>("places"); // of the items then, in a window 300 wide
+        QTest::newRow("a spacer added") << Call([](UniversalLayout* layout) { layout->addItem(new QSpacerItem(30, 10)); })
+            << QVector<QRect>{{2, 3, 60, 30}, {72, 3, 80, 30}, {162, 3, 40, 30}, {202, 3, 30, 30}};
+        QTest::newRow("the first taken") << Call([](UniversalLayout* layout) { delete layout->takeAt(0); })
+            << QVector<QRect>{{2, 3, 80, 30}, {92, 3, 40, 30}};
+    }
+    void addingOrTakingLaysOutAgain()
+    {
+        QFETCH(Call, change);
+        QFETCH(QVector<QRect>, places);
+        QWidget window;
+        UniversalLayout* layout = MakeLayout(&window, kThree);
+        window.resize(300, 150);
+        QVERIFY(TestSupport::ShowAndWait(&window));
+        QTRY_COMPARE(Geometries(*layout), Three('R', 300, QPoint(0, 0)));
+        change(layout);
+        QTRY_COMPARE(Geometries(*layout), places);
     }
 
     void spacingFallsBack_data()

@@ -1,8 +1,45 @@
 #include "gallery_pages.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
+#include <QtCore/QPointer>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QVBoxLayout>
+
+namespace {
+
+class PopupPicture : public QLabel
+{
+public:
+    PopupPicture(QWidget* popup, QWidget* page)
+        : QLabel(page)
+        , m_popup(popup)
+    {
+        setObjectName(QStringLiteral("PopupPicture"));
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setPixmap(popup->grab());
+        setGeometry(QRect(page->mapFromGlobal(popup->mapToGlobal(QPoint(0, 0))), popup->size()));
+        popup->installEventFilter(this);
+        raise();
+        show();
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == m_popup && event->type() == QEvent::Hide)
+            deleteLater();
+        return false;
+    }
+
+private:
+    QPointer<QWidget> m_popup;
+};
+
+} // namespace
 
 QLabel* CreateSectionTitle(const QString& text, QWidget* parent)
 {
@@ -15,6 +52,82 @@ void ClickButton(QWidget* page, const char* objectName)
 {
     if (auto* button = page->findChild<QPushButton*>(QLatin1String(objectName)))
         button->click();
+}
+
+ScrollingPage CreateScrollingPage(const char* objectName, const QString& title)
+{
+    auto* page = new QScrollArea;
+    page->setObjectName(QLatin1String(objectName));
+    page->setFrameShape(QFrame::NoFrame);
+    page->setWidgetResizable(true);
+    auto* content = new QWidget;
+    content->setObjectName(QLatin1String(objectName) + QLatin1String("Content"));
+    auto* layout = new QVBoxLayout(content);
+    auto* heading = new QLabel(title, content);
+    heading->setObjectName(QStringLiteral("PageTitle"));
+    layout->addWidget(heading);
+    return {page, content, layout};
+}
+
+QScrollArea* FinishScrollingPage(const ScrollingPage& scrolling)
+{
+    scrolling.page->setWidget(scrolling.content);
+    // The scroll area would paint the palette's window colour; the gallery's own
+    // background shows through instead.
+    scrolling.content->setAutoFillBackground(false);
+    scrolling.page->viewport()->setAutoFillBackground(false);
+    return scrolling.page;
+}
+
+void ScrollTo(QWidget* page, const char* objectName)
+{
+    auto* area = qobject_cast<QScrollArea*>(page);
+    QWidget* target = area ? area->widget()->findChild<QWidget*>(QLatin1String(objectName)) : nullptr;
+    if (!target)
+        return;
+    area->verticalScrollBar()->setValue(target->mapTo(area->widget(), QPoint(0, 0)).y());
+}
+
+QLabel* CreateText(const QString& text, QWidget* parent)
+{
+    auto* label = new QLabel(text, parent);
+    label->setWordWrap(true);
+    return label;
+}
+
+QLabel* CreateSecondaryText(const QString& text, QWidget* parent)
+{
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(QStringLiteral("SecondaryText"));
+    return label;
+}
+
+QWidget* CreateSection(const char* objectName, const QString& title, const QString& text, QWidget* demo,
+                       QWidget* parent)
+{
+    auto* section = new QWidget(parent);
+    section->setObjectName(QLatin1String(objectName));
+    auto* layout = new QVBoxLayout(section);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(CreateSectionTitle(title, section));
+    layout->addWidget(CreateText(text, section));
+    demo->setParent(section);
+    layout->addWidget(demo);
+    return section;
+}
+
+QPushButton* CreateButton(const QString& text, const char* objectName, QWidget* parent, bool checkable)
+{
+    auto* button = new QPushButton(text, parent);
+    button->setObjectName(QLatin1String(objectName));
+    button->setCheckable(checkable);
+    return button;
+}
+
+void ShowPicture(QWidget* popup, QWidget* page)
+{
+    if (popup && popup->isVisible())
+        new PopupPicture(popup, page);
 }
 
 QVector<GalleryPage> GalleryPages(GalleryTheme& theme)

@@ -40,36 +40,8 @@ constexpr int kFrames = 14;
 // The size the demonstration containers share, so that the sections line up.
 constexpr QSize kContainerSize(420, 240);
 
-QLabel* CreateText(const QString& text, QWidget* parent)
-{
-    auto* label = new QLabel(text, parent);
-    label->setWordWrap(true);
-    return label;
-}
 
-// A section of the page: its title, a line of text and what it shows. Moments scroll to it
-// by its object name.
-QWidget* CreateSection(const char* objectName, const QString& title, const QString& text, QWidget* demo,
-                       QWidget* parent)
-{
-    auto* section = new QWidget(parent);
-    section->setObjectName(QLatin1String(objectName));
-    auto* layout = new QVBoxLayout(section);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(CreateSectionTitle(title, section));
-    layout->addWidget(CreateText(text, section));
-    demo->setParent(section);
-    layout->addWidget(demo);
-    return section;
-}
 
-QPushButton* CreateButton(const QString& text, const char* objectName, QWidget* parent, bool checkable = false)
-{
-    auto* button = new QPushButton(text, parent);
-    button->setObjectName(QLatin1String(objectName));
-    button->setCheckable(checkable);
-    return button;
-}
 
 // A container on the left and its buttons in a column on the right.
 QWidget* CreateDemoRow(QWidget* container, const QVector<QPushButton*>& buttons)
@@ -445,32 +417,16 @@ QWidget* CreateInfoDemo()
     return CreateDemoRow(view, {none, loading, lost});
 }
 
-// Scrolls the page so that the widget of this object name starts at the top of the view.
-void ScrollTo(QWidget* page, const char* objectName)
-{
-    auto* area = qobject_cast<QScrollArea*>(page);
-    QWidget* target = area ? area->widget()->findChild<QWidget*>(QLatin1String(objectName)) : nullptr;
-    if (!target)
-        return;
-    area->verticalScrollBar()->setValue(target->mapTo(area->widget(), QPoint(0, 0)).y());
-}
 
 } // namespace
 
 QWidget* CreateBusyPage()
 {
     // Taller than the window: the page scrolls.
-    auto* page = new QScrollArea;
-    page->setObjectName(QStringLiteral("BusyPage"));
-    page->setFrameShape(QFrame::NoFrame);
-    page->setWidgetResizable(true);
-    auto* content = new QWidget;
-    content->setObjectName(QStringLiteral("BusyPageContent"));
-    auto* layout = new QVBoxLayout(content);
     //: Title of the gallery page with the busy animations, the curtains and the information overlay.
-    auto* title = new QLabel(Translate("Busy and curtains"), content);
-    title->setObjectName(QStringLiteral("PageTitle"));
-    layout->addWidget(title);
+    const ScrollingPage scrolling = CreateScrollingPage("BusyPage", Translate("Busy and curtains"));
+    QWidget* content = scrolling.content;
+    QVBoxLayout* layout = scrolling.layout;
 
     //: Section title on the gallery's busy and curtains page.
     layout->addWidget(CreateSection("RingsSection", Translate("Busy rings"),
@@ -517,12 +473,7 @@ QWidget* CreateBusyPage()
                                     CreateInfoDemo(), content));
     layout->addStretch();
 
-    page->setWidget(content);
-    // The scroll area would paint the palette's window colour; the gallery's own
-    // background shows through instead.
-    content->setAutoFillBackground(false);
-    page->viewport()->setAutoFillBackground(false);
-    return page;
+    return FinishScrollingPage(scrolling);
 }
 
 QVector<GalleryMoment> BusyPageMoments()

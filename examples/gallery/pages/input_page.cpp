@@ -196,35 +196,8 @@ QWidget* CreateSearchBoxes(QWidget* parent)
     return box;
 }
 
-QLabel* CreateText(const QString& text, QWidget* parent)
-{
-    auto* label = new QLabel(text, parent);
-    label->setWordWrap(true);
-    return label;
-}
 
-QLabel* CreateSecondaryText(const QString& text, QWidget* parent)
-{
-    auto* label = new QLabel(text, parent);
-    label->setObjectName(QStringLiteral("SecondaryText"));
-    return label;
-}
 
-// A section of the page: its title, a line of text and what it shows. Moments scroll to it
-// by its object name.
-QWidget* CreateSection(const char* objectName, const QString& title, const QString& text, QWidget* demo,
-                       QWidget* parent)
-{
-    auto* section = new QWidget(parent);
-    section->setObjectName(QLatin1String(objectName));
-    auto* layout = new QVBoxLayout(section);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(CreateSectionTitle(title, section));
-    layout->addWidget(CreateText(text, section));
-    demo->setParent(section);
-    layout->addWidget(demo);
-    return section;
-}
 
 // The theme's sheet gives these widgets their text colour, and Qt 5's sheets give the
 // placeholder that same colour, so that a placeholder would read as text: after each change
@@ -490,46 +463,7 @@ QWidget* CreatePlainTextEdits()
     return demo;
 }
 
-// Scrolls the page so that the widget of this object name starts at the top of the view.
-void ScrollTo(QWidget* page, const char* objectName)
-{
-    auto* area = qobject_cast<QScrollArea*>(page);
-    QWidget* target = area ? area->widget()->findChild<QWidget*>(QLatin1String(objectName)) : nullptr;
-    if (!target)
-        return;
-    area->verticalScrollBar()->setValue(target->mapTo(area->widget(), QPoint(0, 0)).y());
-}
 
-// The gallery's pictures grab its window only, and a combo box's list is a window of its
-// own: for a picture, a copy of the open list is laid over the page where it is. The copy
-// goes when the list hides.
-class PopupPicture : public QLabel
-{
-public:
-    PopupPicture(QWidget* popup, QWidget* page)
-        : QLabel(page)
-        , m_popup(popup)
-    {
-        setObjectName(QStringLiteral("PopupPicture"));
-        setAttribute(Qt::WA_TransparentForMouseEvents);
-        setPixmap(popup->grab());
-        setGeometry(QRect(page->mapFromGlobal(popup->mapToGlobal(QPoint(0, 0))), popup->size()));
-        popup->installEventFilter(this);
-        raise();
-        show();
-    }
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (watched == m_popup && event->type() == QEvent::Hide)
-            deleteLater();
-        return false;
-    }
-
-private:
-    QPointer<QWidget> m_popup;
-};
 
 template<typename T>
 T* Find(QWidget* page, const char* objectName)
@@ -564,17 +498,10 @@ void Type(QWidget* widget, const QString& text)
 QWidget* CreateInputPage()
 {
     // Taller than the window: the page scrolls.
-    auto* page = new QScrollArea;
-    page->setObjectName(QStringLiteral("InputPage"));
-    page->setFrameShape(QFrame::NoFrame);
-    page->setWidgetResizable(true);
-    auto* content = new QWidget;
-    content->setObjectName(QStringLiteral("InputPageContent"));
-    auto* layout = new QVBoxLayout(content);
     //: Title of the gallery page with the input widgets.
-    auto* title = new QLabel(Translate("Input"), content);
-    title->setObjectName(QStringLiteral("PageTitle"));
-    layout->addWidget(title);
+    const ScrollingPage scrolling = CreateScrollingPage("InputPage", Translate("Input"));
+    QWidget* content = scrolling.content;
+    QVBoxLayout* layout = scrolling.layout;
     //: Section title on the gallery's input page.
     layout->addWidget(CreateSectionTitle(Translate("Line edits"), content));
     layout->addWidget(CreateLineEdits(content));
@@ -604,12 +531,7 @@ QWidget* CreateInputPage()
     layout->addWidget(CreateEmailField(content));
     layout->addStretch();
 
-    page->setWidget(content);
-    // The scroll area would paint the palette's window colour; the gallery's own
-    // background shows through instead.
-    content->setAutoFillBackground(false);
-    page->viewport()->setAutoFillBackground(false);
-    return page;
+    return FinishScrollingPage(scrolling);
 }
 
 QVector<GalleryMoment> InputPageMoments()
@@ -627,7 +549,7 @@ QVector<GalleryMoment> InputPageMoments()
              box->view()->selectionModel()->setCurrentIndex(next, QItemSelectionModel::ClearAndSelect);
              QWidget* list = box->view()->window();
              if (list != box->window() && list->isVisible())
-                 new PopupPicture(list, page);
+                 ShowPicture(list, page);
          },
          100},
         {QStringLiteral("text_grown"),

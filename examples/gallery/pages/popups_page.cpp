@@ -98,79 +98,11 @@ constexpr QSize kNotesSize(380, 150);
 constexpr QSize kNotesLargeSize(560, 200);
 constexpr QLatin1String kNotesKey("gallery/notes");
 
-QLabel* CreateText(const QString& text, QWidget* parent)
-{
-    auto* label = new QLabel(text, parent);
-    label->setWordWrap(true);
-    return label;
-}
 
-// A section of the page: its title, a line of text and what it shows. Moments scroll to it
-// by its object name.
-QWidget* CreateSection(const char* objectName, const QString& title, const QString& text, QWidget* demo,
-                       QWidget* parent)
-{
-    auto* section = new QWidget(parent);
-    section->setObjectName(QLatin1String(objectName));
-    auto* layout = new QVBoxLayout(section);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(CreateSectionTitle(title, section));
-    layout->addWidget(CreateText(text, section));
-    demo->setParent(section);
-    layout->addWidget(demo);
-    return section;
-}
 
-QPushButton* CreateButton(const QString& text, const char* objectName, QWidget* parent)
-{
-    auto* button = new QPushButton(text, parent);
-    button->setObjectName(QLatin1String(objectName));
-    return button;
-}
 
-QLabel* CreateSecondaryText(const QString& text, QWidget* parent)
-{
-    auto* label = new QLabel(text, parent);
-    label->setObjectName(QStringLiteral("SecondaryText"));
-    return label;
-}
 
-// The gallery's pictures grab its window only, and a popup, a menu or a tip is a window of
-// its own: for a picture, a copy of the open one is laid over the page where it is. The
-// copy goes when the original hides.
-class PopupPicture : public QLabel
-{
-public:
-    PopupPicture(QWidget* popup, QWidget* page)
-        : QLabel(page)
-        , m_popup(popup)
-    {
-        setObjectName(QStringLiteral("PopupPicture"));
-        setAttribute(Qt::WA_TransparentForMouseEvents);
-        setPixmap(popup->grab());
-        setGeometry(QRect(page->mapFromGlobal(popup->mapToGlobal(QPoint(0, 0))), popup->size()));
-        popup->installEventFilter(this);
-        raise();
-        show();
-    }
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (watched == m_popup && event->type() == QEvent::Hide)
-            deleteLater();
-        return false;
-    }
-
-private:
-    QPointer<QWidget> m_popup;
-};
-
-void ShowPicture(QWidget* popup, QWidget* page)
-{
-    if (popup && popup->isVisible())
-        new PopupPicture(popup, page);
-}
 
 // Takes the pictures and the open popups away before the next moment; a tip hides only
 // after a delay, and its picture must not linger into the next one.
@@ -200,15 +132,6 @@ QWidget* ShownToolTip()
     return nullptr;
 }
 
-// Scrolls the page so that the widget of this object name starts at the top of the view.
-void ScrollTo(QWidget* page, const char* objectName)
-{
-    auto* area = qobject_cast<QScrollArea*>(page);
-    QWidget* target = area ? area->widget()->findChild<QWidget*>(QLatin1String(objectName)) : nullptr;
-    if (!target)
-        return;
-    area->verticalScrollBar()->setValue(target->mapTo(area->widget(), QPoint(0, 0)).y());
-}
 
 QWidget* CreateToolTipDemo()
 {
@@ -726,17 +649,10 @@ void GalleryPlacementMap::paintEvent(QPaintEvent*)
 QWidget* CreatePopupsPage()
 {
     // Taller than the window: the page scrolls.
-    auto* page = new QScrollArea;
-    page->setObjectName(QStringLiteral("PopupsPage"));
-    page->setFrameShape(QFrame::NoFrame);
-    page->setWidgetResizable(true);
-    auto* content = new QWidget;
-    content->setObjectName(QStringLiteral("PopupsPageContent"));
-    auto* layout = new QVBoxLayout(content);
     //: Title of the gallery page with the popup helpers and the resizable containers.
-    auto* title = new QLabel(Translate("Popups and containers"), content);
-    title->setObjectName(QStringLiteral("PageTitle"));
-    layout->addWidget(title);
+    const ScrollingPage scrolling = CreateScrollingPage("PopupsPage", Translate("Popups and containers"));
+    QWidget* content = scrolling.content;
+    QVBoxLayout* layout = scrolling.layout;
 
     //: Section title on the gallery's popups and containers page.
     layout->addWidget(CreateSection("ToolTipSection", Translate("Tool tip beside its widget"),
@@ -787,12 +703,7 @@ QWidget* CreatePopupsPage()
                                     CreateShowOnTopDemo(), content));
     layout->addStretch();
 
-    page->setWidget(content);
-    // The scroll area would paint the palette's window colour; the gallery's own
-    // background shows through instead.
-    content->setAutoFillBackground(false);
-    page->viewport()->setAutoFillBackground(false);
-    return page;
+    return FinishScrollingPage(scrolling);
 }
 
 QVector<GalleryMoment> PopupsPageMoments()

@@ -35,29 +35,9 @@ Section "Screen"
 EndSection
 CONF
 
-Xorg -config "$work/xorg.conf" -configdir "$work" -logfile "$work/xorg.log" -displayfd 3 \
-    -noreset -nolisten tcp -novtswitch -sharevts 3>"$work/display" >"$work/xorg.out" 2>&1 &
-server=$!
-cleanup() {
-    kill "$server" 2>/dev/null
-    wait "$server" 2>/dev/null
-    rm -rf "$work"
-}
-trap cleanup EXIT
-trap 'exit 130' INT TERM
-
-tries=0
-while [ ! -s "$work/display" ]; do
-    if ! kill -0 "$server" 2>/dev/null || [ $tries -ge 400 ]; then
-        echo "with_two_screens.sh: Xorg did not start" >&2
-        cat "$work/xorg.out" "$work/xorg.log" >&2 2>/dev/null
-        exit 1
-    fi
-    tries=$((tries + 1))
-    sleep 0.05
-done
-
-export DISPLAY=":$(head -n 1 "$work/display")"
+. "$(dirname "$0")/x_server.sh"
+start_x_server with_two_screens.sh "$work/xorg.out" Xorg -config "$work/xorg.conf" -configdir "$work" \
+    -logfile "$work/xorg.log" -noreset -nolisten tcp -novtswitch -sharevts
 xrandr --addmode DUMMY1 1024x768 &&
     xrandr --fb 2304x1024 --output DUMMY0 --primary --mode 1280x1024 --pos 0x0 \
         --output DUMMY1 --mode 1024x768 --pos 1280x0 || {

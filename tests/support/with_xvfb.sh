@@ -10,30 +10,9 @@
 set -u
 
 work=$(mktemp -d "${TMPDIR:-/tmp}/qt_halvo-xvfb.XXXXXX") || exit 1
-Xvfb -displayfd 3 -screen 0 "${QT_HALVO_XVFB_SCREEN:-1280x1024x24}" ${QT_HALVO_XVFB_DPI:+-dpi "$QT_HALVO_XVFB_DPI"} \
-    -nolisten tcp -noreset 3>"$work/display" 2>"$work/xvfb.log" &
-server=$!
-cleanup() {
-    kill "$server" 2>/dev/null
-    wait "$server" 2>/dev/null
-    rm -rf "$work"
-}
-trap cleanup EXIT
-trap 'exit 130' INT TERM
-
-# Xvfb writes the display number it chose once it accepts connections.
-tries=0
-while [ ! -s "$work/display" ]; do
-    if ! kill -0 "$server" 2>/dev/null || [ $tries -ge 400 ]; then
-        echo "with_xvfb.sh: Xvfb did not start" >&2
-        cat "$work/xvfb.log" >&2
-        exit 1
-    fi
-    tries=$((tries + 1))
-    sleep 0.05
-done
-
-export DISPLAY=":$(head -n 1 "$work/display")"
+. "$(dirname "$0")/x_server.sh"
+start_x_server with_xvfb.sh "$work/xvfb.log" Xvfb -screen 0 "${QT_HALVO_XVFB_SCREEN:-1280x1024x24}" \
+    ${QT_HALVO_XVFB_DPI:+-dpi "$QT_HALVO_XVFB_DPI"} -nolisten tcp -noreset
 if [ -n "${QT_HALVO_XVFB_XFT_DPI:-}" ]; then
     printf 'Xft.dpi: %s\n' "$QT_HALVO_XVFB_XFT_DPI" | xrdb -merge || exit 1
 fi

@@ -150,9 +150,9 @@ bool PopupFrameHelper::eventFilter(QObject* watched, QEvent* event)
         }
         else if (type == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
             Close();
-    } else if (watched == m_window && (type == QEvent::Move || type == QEvent::Hide)) {
+    } else if (watched == m_window && type == QEvent::Move) {
         Close();
-    } else if (watched == m_anchor && type == QEvent::Hide) {
+    } else if (watched == m_anchor && type == QEvent::Hide) { // also when its window hides
         Close();
     }
     return false;

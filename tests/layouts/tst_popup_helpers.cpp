@@ -160,6 +160,7 @@ private Q_SLOTS:
         QTest::newRow("Escape") << "escape" << true;
         QTest::newRow("click outside") << "click" << true;
         QTest::newRow("the window moves") << "move" << true;
+        QTest::newRow("the window hides") << "window hides" << false;
         QTest::newRow("the anchor hides") << "hide" << false;
         QTest::newRow("the anchor goes away") << "delete" << false;
         QTest::newRow("Close()") << "close" << true;
@@ -192,6 +193,8 @@ private Q_SLOTS:
             QTest::mouseClick(window.window.windowHandle(), Qt::LeftButton, {}, QPoint(250, 180));
         else if (closing == QLatin1String("move"))
             window.window.move(150, 150);
+        else if (closing == QLatin1String("window hides"))
+            window.window.hide();
         else if (closing == QLatin1String("hide"))
             window.button->hide();
         else if (closing == QLatin1String("delete"))

@@ -77,3 +77,10 @@
 #include <qt_halvo/widgets/text/linkable_checkbox.h>
 #include <qt_halvo/widgets/text/multi_line_label.h>
 #include <qt_halvo/widgets/text/rich_text.h>
+#include <qt_halvo/widgets/window/frameless_window.h>
+#include <qt_halvo/widgets/window/notification_type.h>
+#include <qt_halvo/widgets/window/notification_widget.h>
+#include <qt_halvo/widgets/window/popup_message.h>
+#include <qt_halvo/widgets/window/popup_message_queue.h>
+#include <qt_halvo/widgets/window/title_bar.h>
+#include <qt_halvo/widgets/window/window_hit_test.h>

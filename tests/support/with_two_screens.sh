@@ -54,4 +54,5 @@ until xrandr --listmonitors | grep -q '^Monitors: 2'; do
     tries=$((tries + 1))
     sleep 0.05
 done
+start_window_manager
 QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR="$work" QT_SCREEN_SCALE_FACTORS="${QT_HALVO_SCREEN_SCALE_FACTORS:-}" "$@"

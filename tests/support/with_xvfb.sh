@@ -6,7 +6,8 @@
 # The display can be chosen: QT_HALVO_XVFB_SCREEN (WIDTHxHEIGHTxDEPTH, 1280x1024x24),
 # QT_HALVO_XVFB_DPI (its physical DPI), QT_HALVO_XVFB_XFT_DPI (the Xft.dpi resource that
 # desktops set for their scaling) and QT_HALVO_XVFB_WORKAREA ("x, y, width, height", the
-# work area a window manager would publish).
+# work area a window manager would publish). QT_HALVO_WINDOW_MANAGER=openbox runs a
+# window manager on it.
 set -u
 
 work=$(mktemp -d "${TMPDIR:-/tmp}/qt_halvo-xvfb.XXXXXX") || exit 1
@@ -19,4 +20,5 @@ fi
 if [ -n "${QT_HALVO_XVFB_WORKAREA:-}" ]; then
     xprop -root -f _NET_WORKAREA 32c -set _NET_WORKAREA "$QT_HALVO_XVFB_WORKAREA" || exit 1
 fi
+start_window_manager
 QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR="$work" "$@"

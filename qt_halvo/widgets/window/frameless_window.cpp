@@ -1,0 +1,1 @@
+#include <qt_halvo/widgets/window/frameless_window.h>

@@ -1,0 +1,1 @@
+#include <qt_halvo/widgets/window/popup_message.h>

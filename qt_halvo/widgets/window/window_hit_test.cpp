@@ -1,0 +1,1 @@
+#include <qt_halvo/widgets/window/window_hit_test.h>

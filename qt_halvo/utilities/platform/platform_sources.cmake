@@ -4,6 +4,7 @@ set(QT_HALVO_PLATFORM_SOURCES ${CMAKE_CURRENT_LIST_DIR}/display_info.cpp)
 if(WIN32)
     list(APPEND QT_HALVO_PLATFORM_SOURCES
         ${CMAKE_CURRENT_LIST_DIR}/display_info_win.cpp
+        ${CMAKE_CURRENT_LIST_DIR}/frameless_window_win.cpp
         ${CMAKE_CURRENT_LIST_DIR}/named_event_win.cpp
         ${CMAKE_CURRENT_LIST_DIR}/shared_library_win.cpp
         ${CMAKE_CURRENT_LIST_DIR}/window_activation_win.cpp)
@@ -12,6 +13,7 @@ else()
     find_package(X11 REQUIRED)
     list(APPEND QT_HALVO_PLATFORM_SOURCES
         ${CMAKE_CURRENT_LIST_DIR}/display_info_linux.cpp
+        ${CMAKE_CURRENT_LIST_DIR}/frameless_window_linux.cpp
         ${CMAKE_CURRENT_LIST_DIR}/named_event_linux.cpp
         ${CMAKE_CURRENT_LIST_DIR}/shared_library_linux.cpp
         ${CMAKE_CURRENT_LIST_DIR}/window_activation_linux.cpp)

@@ -1,0 +1,19 @@
+// Input through the X server's test extension: the pointer really moves and the button is
+// really pressed, so a window manager sees it as the user's (QTest's events reach Qt only).
+#pragma once
+
+#include <QtCore/QPoint>
+
+namespace TestSupport {
+
+// Whether a window manager was started for this run (QT_HALVO_WINDOW_MANAGER).
+bool WindowManagerRuns();
+
+// Moves the pointer to a global position; the event loop then runs until Qt has seen it.
+void RealMouseMove(const QPoint& global);
+void RealMousePress(const QPoint& global);
+void RealMouseRelease(const QPoint& global);
+// Press at from, move in steps to to, release there.
+void RealDrag(const QPoint& from, const QPoint& to, int steps = 8);
+
+} // namespace TestSupport

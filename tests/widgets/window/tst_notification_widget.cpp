@@ -399,9 +399,21 @@ private Q_SLOTS:
         notification.SetType(NotificationType::Error);
         QCOMPARE(AlertLines(), QStringList({QStringLiteral("Warning|Disk full.|%1").arg(role),
                                             QStringLiteral("Error|Disk full.|%1").arg(role)}));
+        notification.AnimatedHide();
+        QVERIFY(notification.IsAnimating());
+        notification.SetText(QStringLiteral("Changed on the way out."));
         notification.hide();
         notification.SetText(QStringLiteral("Hidden change."));
         QCOMPARE(AlertLines(), QStringList());
+        // Shown before its first pass of the event loop: announced when it gets there,
+        // and changes are announced from then on.
+        auto* early = new NotificationWidget(NotificationType::Positive, QStringLiteral("Sent."));
+        host.column->addWidget(early);
+        early->show();
+        QTRY_VERIFY(early->IsShown());
+        early->SetText(QStringLiteral("Sent twice."));
+        QCOMPARE(AlertLines(), QStringList({QStringLiteral("Success|Sent.|%1").arg(role),
+                                            QStringLiteral("Success|Sent twice.|%1").arg(role)}));
         QAccessible::installUpdateHandler(previous);
     }
 
@@ -487,8 +499,9 @@ private Q_SLOTS:
         QCOMPARE(host.VisibleParts().size(), 2);
     }
 
-    // Right to left, the icon is on the right and the close button on the left.
-    void mirrored()
+    // Right to left, the icon is on the right and the close button on the left; with a
+    // style that has no icons there is no icon and the text takes its room.
+    void mirroredAndWithoutIcon()
     {
         Host host;
         host.window.setLayoutDirection(Qt::RightToLeft);
@@ -497,6 +510,51 @@ private Q_SLOTS:
         QVERIFY(TestSupport::ShowAndWait(&host.window));
         QTRY_VERIFY(host.Part("Icon")->x() > host.Text()->x());
         QVERIFY(host.Part("CloseButton")->x() < host.Text()->x());
+        const int textRight = host.Text()->geometry().right();
+
+        struct NoIcons : QProxyStyle
+        {
+            NoIcons() : QProxyStyle(QStringLiteral("Fusion")) {}
+            QIcon standardIcon(StandardPixmap, const QStyleOption*, const QWidget*) const override { return QIcon(); }
+        } noIcons;
+        host.notification->setStyle(&noIcons);
+        QTRY_VERIFY(host.Part("Icon")->isHidden());
+        QVERIFY(host.Text()->geometry().right() > textRight);
+        QCOMPARE(host.VisibleParts().size(), 2);
+        host.notification->setStyle(nullptr);
+        QTRY_VERIFY(host.Part("Icon")->isVisible());
+        QCOMPARE(host.Text()->geometry().right(), textRight);
+    }
+
+    void textMargins_data()
+    {
+        QTest::addColumn<QString>("sheet");
+        QTest::addColumn<int>("margin");
+        QTest::newRow("the label's margin") << "" << 7;
+        QTest::newRow("a style sheet's padding") << "QLabel#Text { padding: 3px 11px 5px 9px; }" << 0;
+        QTest::newRow("a style sheet's font") << "QLabel#Text { font-size: 21px; }" << 0;
+    }
+    // What style sheets and the label's own settings add to the text is measured too,
+    // where the text wraps and where it fits on one line.
+    void textMargins()
+    {
+        QFETCH(QString, sheet);
+        QFETCH(int, margin);
+        for (const QString& text : {kLongText, QStringLiteral("Saved.")}) {
+            Host host(360);
+            host.window.setStyleSheet(sheet);
+            host.Text()->setMargin(margin);
+            host.notification->SetText(text);
+            host.notification->show();
+            QVERIFY(TestSupport::ShowAndWait(&host.window));
+            for (const int width : {360, 1200}) {
+                host.window.resize(width, 400);
+                QTRY_COMPARE(host.notification->width(), width);
+                QTRY_COMPARE(host.notification->height(), host.notification->heightForWidth(width));
+                QLabel* label = host.Text();
+                QCOMPARE(label->height(), label->heightForWidth(label->width()));
+            }
+        }
     }
 
     void badInputAndDeletion()

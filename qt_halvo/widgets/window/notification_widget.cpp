@@ -372,8 +372,8 @@ void NotificationWidget::OnShowingEntered()
 {
     m_machineStarted = true;
     m_onScreen = true;
+    // The height follows the position from here.
     QWidget::setVisible(true);
-    HeightChanged();
     Announce();
 }
 
@@ -381,7 +381,6 @@ void NotificationWidget::OnShownEntered()
 {
     m_machineStarted = true;
     QWidget::setVisible(true);
-    HeightChanged();
     // Shown at once, when the machine started here: not announced on the way.
     if (!m_onScreen) {
         m_onScreen = true;

@@ -35,6 +35,8 @@ class ShowHideMachine;
 // It reports height-for-width: the height of its content laid out at that width, times
 // how far it is shown. Where the text and the buttons fit on one line they share it;
 // otherwise the text wraps and the buttons go below it, in as many rows as they need.
+// Where no layout manages it, it takes that height itself whenever its content changes
+// or it moves.
 //
 // It starts hidden and is shown and hidden by animating its height; the content keeps its
 // full height and slides in and out under the top edge. Animated on the library's state

@@ -265,6 +265,31 @@ private Q_SLOTS:
         QCOMPARE(notification.heightForWidth(400), 0);
     }
 
+    // Where no layout places it, it takes the height for its width itself, on the way too.
+    void sizesItselfWithoutALayout()
+    {
+        QWidget window;
+        window.resize(500, 300);
+        auto* notification = new NotificationWidget(NotificationType::Error, kLongText, &window);
+        notification->setGeometry(10, 10, 300, 1);
+        QVERIFY(TestSupport::ShowAndWait(&window));
+        QVector<int> heights;
+        connect(notification, &NotificationWidget::DoShow, this, [&] { heights.clear(); });
+        QTimer sampler;
+        connect(&sampler, &QTimer::timeout, this, [&] { heights << notification->height(); });
+        sampler.start(10);
+        notification->AnimatedShow();
+        QTRY_VERIFY(notification->IsShown());
+        const int full = notification->heightForWidth(300);
+        QCOMPARE(notification->geometry(), QRect(10, 10, 300, full));
+        QVERIFY(heights.size() > 3 && heights.first() < full && TestSupport::IsMonotonic(heights, true));
+        notification->resize(200, 10);
+        QCOMPARE(notification->height(), 10); // a size given from outside stands until the content changes
+        notification->SetText(kLongText + QStringLiteral(" And more."));
+        QCOMPARE(notification->height(), notification->heightForWidth(200));
+        QVERIFY(notification->height() > full);
+    }
+
     // An opposite request on the way turns round from where it is; a repeated one or one
     // that does not fit the state changes nothing.
     void turnsRoundWhereItIs()

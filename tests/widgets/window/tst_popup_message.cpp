@@ -50,51 +50,72 @@ private Q_SLOTS:
         QTest::addColumn<PopupMessage::Position>("position");
         QTest::addColumn<int>("horizontal"); // -1 left, 0 centre, 1 right
         QTest::addColumn<bool>("top");
-        QTest::newRow("top left") << PopupMessage::TopLeft << -1 << true;
-        QTest::newRow("top right") << PopupMessage::TopRight << 1 << true;
-        QTest::newRow("bottom left") << PopupMessage::BottomLeft << -1 << false;
-        QTest::newRow("bottom right") << PopupMessage::BottomRight << 1 << false;
-        QTest::newRow("top centre") << PopupMessage::TopCenter << 0 << true;
-        QTest::newRow("bottom centre") << PopupMessage::BottomCenter << 0 << false;
+        QTest::addColumn<int>("margin");
+        QTest::addColumn<int>("spacing");
+        QTest::newRow("top left, touching") << PopupMessage::TopLeft << -1 << true << 0 << 0;
+        QTest::newRow("top right") << PopupMessage::TopRight << 1 << true << 12 << 8;
+        QTest::newRow("bottom left") << PopupMessage::BottomLeft << -1 << false << 20 << 4;
+        QTest::newRow("bottom right, no spacing") << PopupMessage::BottomRight << 1 << false << 6 << 0;
+        QTest::newRow("top centre") << PopupMessage::TopCenter << 0 << true << 12 << 8;
+        QTest::newRow("bottom centre") << PopupMessage::BottomCenter << 0 << false << 30 << 16;
     }
     // The newest toast nearest the edge, the older ones after it without overlapping, all
-    // following the window's size and inside it also when it is too small for them.
+    // following the window's size, their own content and the queue's margin and spacing,
+    // and inside the window also when it is too small for them.
     void placesAndStacks()
     {
         QFETCH(PopupMessage::Position, position);
         QFETCH(int, horizontal);
         QFETCH(bool, top);
+        QFETCH(int, margin);
+        QFETCH(int, spacing);
         Window place;
-        place.queue->SetPosition(position);
         QVERIFY(TestSupport::ShowAndWait(&place.window));
         const quint64 first = place.queue->Post(NotificationType::Information, QStringLiteral("Saved"));
         const quint64 second = place.queue->Post(NotificationType::Warning, kLong);
         const quint64 third = place.queue->Post(NotificationType::Error, QStringLiteral("Printer offline"));
+        place.queue->SetPosition(position); // the toasts there go over
         const QList<PopupMessage*> toasts{place.Toast(third), place.Toast(second), place.Toast(first)};
         QCOMPARE(place.queue->VisibleToasts(), toasts);
-        // Where each toast is against where it should be, once they have come to rest.
+        // Where each toast is against where it should be.
+        int gap = 12;
+        int between = 8;
         const auto misplaced = [&](const QSize& size) {
             QStringList wrong;
-            int edge = top ? 12 : size.height() - 12;
+            int edge = top ? gap : size.height() - gap;
             for (PopupMessage* toast : toasts) {
                 const QRect placed = toast->geometry();
                 const int at = top ? placed.top() : placed.bottom() + 1;
-                const int across = horizontal < 0 ? placed.left() - 12
-                                   : horizontal > 0 ? size.width() - 12 - placed.right() - 1
-                                                    : qAbs(placed.center().x() - size.width() / 2) / 2;
+                const int off = placed.center().x() - size.width() / 2;
+                const int across = horizontal < 0 ? placed.left() - gap
+                                   : horizontal > 0 ? size.width() - gap - placed.right() - 1
+                                                    : qAbs(off) <= 1 ? 0 : off;
                 if (at != edge || across != 0)
                     wrong << toast->GetText().left(10) + ": " + QString::number(at - edge) + ", " + QString::number(across);
-                edge = top ? placed.bottom() + 1 + 8 : placed.top() - 8;
+                edge = top ? placed.bottom() + 1 + between : placed.top() - between;
                 const QLabel* text = toast->findChild<QLabel*>("Text");
-                if (text->height() < text->heightForWidth(text->width()))
-                    wrong << toast->GetText().left(10) + ": lines cut";
+                if (text->height() < text->heightForWidth(text->width())
+                    || toast->height() != toast->heightForWidth(toast->width())
+                    || toast->width() > toast->sizeHint().width())
+                    wrong << toast->GetText().left(10) + ": not its size";
             }
             return wrong.join("; ");
         };
-        const auto check = [&](const QSize& size) { QTRY_COMPARE(misplaced(size), QString()); };
-        check(QSize(640, 480));
+        // At rest after the newer ones pushed them.
+        QTRY_COMPARE(misplaced(QSize(640, 480)), QString());
         QVERIFY(toasts[1]->width() < 640 - 24 && toasts[1]->height() > toasts[0]->height()); // wrapped
         QVERIFY(toasts[2]->width() < toasts[1]->width()); // a short one on one line
+        // Other margins and spacing take effect at once.
+        place.queue->SetMargin(margin);
+        place.queue->SetSpacing(spacing);
+        std::tie(gap, between) = std::make_tuple(margin, spacing);
+        QCOMPARE(misplaced(QSize(640, 480)), QString());
+        QCOMPARE(place.queue->GetMargin() * 100 + place.queue->GetSpacing(), margin * 100 + spacing);
+        // A toast whose content grows takes the room it needs, and the others make way.
+        const int height = toasts[0]->height();
+        toasts[0]->SetText(kLong);
+        QTRY_VERIFY(toasts[0]->height() > height);
+        QTRY_COMPARE(misplaced(QSize(640, 480)), QString());
         // The newest over the others and over content added later.
         auto* later = new QPushButton(QStringLiteral("Later"), &place.window);
         later->setGeometry(place.window.rect());
@@ -102,18 +123,19 @@ private Q_SLOTS:
         for (PopupMessage* toast : toasts)
             QVERIFY(toast->isAncestorOf(place.window.childAt(toast->geometry().center())));
         place.window.resize(420, 360);
-        QTRY_COMPARE(place.window.size(), QSize(420, 360));
-        check(QSize(420, 360));
+        QCOMPARE(place.window.size(), QSize(420, 360));
+        QCOMPARE(misplaced(QSize(420, 360)), QString());
         // Too small for all: each inside as far as it goes, the newest over the others.
         place.window.resize(160, 90);
-        QTRY_COMPARE(place.window.size(), QSize(160, 90));
+        QCOMPARE(place.window.size(), QSize(160, 90));
         for (PopupMessage* toast : toasts) {
             const QRect placed = toast->geometry();
             QVERIFY(placed.left() >= 0 && placed.top() >= 0);
             QVERIFY(placed.width() > 160 || placed.right() < 160);
             QVERIFY(placed.height() > 90 || placed.bottom() < 90);
         }
-        QVERIFY(toasts[0]->isAncestorOf(place.window.childAt(toasts[0]->geometry().center())));
+        const QRect inSight = toasts[0]->geometry() & place.window.rect();
+        QVERIFY(toasts[0]->isAncestorOf(place.window.childAt(inSight.center())));
     }
 
     // At most three shown, the rest in order; a message posted again is counted into its
@@ -364,6 +386,25 @@ private Q_SLOTS:
         QTRY_VERIFY(!toast);
         QCOMPARE(closed.count(), 1);
     }
+    // A toast on its way to a new place goes at once to where the resized window wants it.
+    void resizeEndsAGlide()
+    {
+        Window place;
+        QVERIFY(TestSupport::ShowAndWait(&place.window));
+        PopupMessage* older = place.Toast(place.queue->Post(NotificationType::Information, QStringLiteral("Older"), 0));
+        const quint64 newer = place.queue->Post(NotificationType::Information, QStringLiteral("Newer"), 0);
+        QTRY_COMPARE(older->y(), 12 + place.Toast(newer)->height() + 8);
+        const int from = older->y();
+        place.Toast(newer)->close();
+        QTRY_VERIFY(older->y() < from);
+        QVERIFY(older->y() > 12);
+        place.window.resize(520, 400);
+        QCOMPARE(place.window.size(), QSize(520, 400));
+        const QPoint there(520 - 12 - older->width(), 12);
+        QCOMPARE(older->pos(), there);
+        QTest::qWait(300);
+        QCOMPARE(older->pos(), there);
+    }
 
     void burstOfAThousand_data()
     {
@@ -485,6 +526,8 @@ private Q_SLOTS:
         place.Toast(odd)->SetType(static_cast<NotificationType::Type>(-1));
         QCOMPARE(place.queue->Post(nullptr), quint64(0));
         QCOMPARE(place.queue->Post(place.Toast(odd)), quint64(0));
+        PopupMessage lone(static_cast<NotificationType::Type>(4), QStringLiteral("Alone"));
+        QCOMPARE(lone.GetType(), NotificationType::Information);
         QCOMPARE(mark.Texts(),
                  QStringList({"3 PopupMessageQueue: no window to show messages over; nothing is shown",
                               "3 PopupMessageQueue: no window to show messages over; nothing is shown",
@@ -500,7 +543,8 @@ private Q_SLOTS:
                               "3 PopupMessage: a count of 0 is ignored; it is at least 1",
                               "3 PopupMessage: an unknown type -1 is ignored",
                               "3 PopupMessageQueue: no toast to post",
-                              "3 PopupMessageQueue: a toast already queued or closing is not posted again"}));
+                              "3 PopupMessageQueue: a toast already queued or closing is not posted again",
+                              "3 PopupMessage: an unknown type 4 is shown as Information"}));
         QCOMPARE(place.queue->GetMaxVisible(), 3);
         QCOMPARE(place.queue->GetMargin(), 12);
         QCOMPARE(place.queue->GetSpacing(), 8);

@@ -392,6 +392,11 @@ private Q_SLOTS:
         const int outer = picture.pixelColor(1, 150).alpha();
         const int inner = picture.pixelColor(11, 150).alpha();
         QVERIFY2(outer < inner && inner > 20, qPrintable(QStringLiteral("%1 %2").arg(outer).arg(inner)));
+        // The shadow takes its colour from the style sheet's property.
+        QCOMPARE(picture.pixelColor(11, 150).red(), 0);
+        w.window.SetShadowColor(QColor(255, 0, 0, 120));
+        const QColor red = w.window.grab().toImage().pixelColor(11, 150);
+        QVERIFY2(red.red() > 0 && red.green() == 0, qPrintable(red.name(QColor::HexArgb)));
         w.window.ShowMaximized();
         QVERIFY(!w.window.HasShadow());
         QTRY_COMPARE(w.window.findChild<QWidget*>(QStringLiteral("Frame"))->geometry().topLeft(), QPoint(0, 0));

@@ -164,6 +164,12 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
         {QStringLiteral("text"), QCoreApplication::translate("Gallery", "Text"), CreateTextPage, 0, TextPageMoments()},
         //: Page list entry: the input widgets.
         {QStringLiteral("input"), QCoreApplication::translate("Gallery", "Input"), CreateInputPage, 0, InputPageMoments()},
+        //: Page list entry: the frameless window and its title bar.
+        {QStringLiteral("window"), QCoreApplication::translate("Gallery", "Window chrome"), CreateWindowPage, 0,
+         WindowPageMoments()},
+        //: Page list entry: inline notifications and popup messages.
+        {QStringLiteral("notifications"), QCoreApplication::translate("Gallery", "Notifications"),
+         CreateNotificationsPage, 0, NotificationsPageMoments()},
         //: Page list entry: the bar, pie and plot charts, tinted pictures and a decorated border.
         {QStringLiteral("charts"), QCoreApplication::translate("Gallery", "Charts"),
          [&theme] { return CreateChartsPage(theme); }, 600, ChartsPageMoments()},

@@ -4,6 +4,7 @@
 #include <QtGui/QCursor>
 #include <QtTest/QTest>
 
+#include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
 
@@ -21,11 +22,57 @@ Display* TestDisplay()
 // may hold events back for a moment), and a little after, for what the event causes.
 void Settle(const QPoint& global)
 {
-    QTest::qWaitFor([&] { return QCursor::pos() == global; }, 500);
+    (void)QTest::qWaitFor([&] { return QCursor::pos() == global; }, 500);
     QTest::qWait(30);
 }
 
+::Atom Intern(const char* name)
+{
+    return XInternAtom(TestDisplay(), name, False);
+}
+
 } // namespace
+
+FakeWindowManagerClaims::FakeWindowManagerClaims()
+{
+    Display* display = TestDisplay();
+    const ::Window root = DefaultRootWindow(display);
+    ::Window check = XCreateSimpleWindow(display, root, 0, 0, 1, 1, 0, 0, 0);
+    m_check = check;
+    XChangeProperty(display, root, Intern("_NET_SUPPORTING_WM_CHECK"), XA_WINDOW, 32, PropModeReplace,
+                    reinterpret_cast<unsigned char*>(&check), 1);
+    ::Atom supported[] = {Intern("_NET_WM_STATE"), Intern("_NET_WM_STATE_MAXIMIZED_VERT"),
+                          Intern("_NET_WM_STATE_MAXIMIZED_HORZ")};
+    XChangeProperty(display, root, Intern("_NET_SUPPORTED"), XA_ATOM, 32, PropModeReplace,
+                    reinterpret_cast<unsigned char*>(supported), 3);
+    XSync(display, False);
+}
+
+FakeWindowManagerClaims::~FakeWindowManagerClaims()
+{
+    Display* display = TestDisplay();
+    const ::Window root = DefaultRootWindow(display);
+    XDeleteProperty(display, root, Intern("_NET_SUPPORTING_WM_CHECK"));
+    XDeleteProperty(display, root, Intern("_NET_SUPPORTED"));
+    XDestroyWindow(display, m_check);
+    XSync(display, False);
+}
+
+FakeCompositor::FakeCompositor()
+{
+    Display* display = TestDisplay();
+    m_owner = XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1, 1, 0, 0, 0);
+    const QByteArray name = "_NET_WM_CM_S" + QByteArray::number(DefaultScreen(display));
+    XSetSelectionOwner(display, Intern(name.constData()), m_owner, CurrentTime);
+    XSync(display, False);
+}
+
+FakeCompositor::~FakeCompositor()
+{
+    Display* display = TestDisplay();
+    XDestroyWindow(display, m_owner);
+    XSync(display, False);
+}
 
 bool WindowManagerRuns()
 {

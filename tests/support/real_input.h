@@ -1,4 +1,4 @@
-// Input through the X server's test extension: the pointer really moves and the button is
+// What tests of windows need of the X server. Input through its test extension: the pointer really moves and the button is
 // really pressed, so a window manager sees it as the user's (QTest's events reach Qt only).
 #pragma once
 
@@ -15,5 +15,28 @@ void RealMousePress(const QPoint& global);
 void RealMouseRelease(const QPoint& global);
 // Press at from, move in steps to to, release there.
 void RealDrag(const QPoint& from, const QPoint& to, int steps = 8);
+
+// Root window properties that say a window manager runs which maximises, while none does:
+// the case of a window manager that ignores a frameless window's request.
+class FakeWindowManagerClaims
+{
+public:
+    FakeWindowManagerClaims();
+    ~FakeWindowManagerClaims();
+
+private:
+    unsigned long m_check;
+};
+
+// Owns the compositing manager's selection while it lives, as a compositor would.
+class FakeCompositor
+{
+public:
+    FakeCompositor();
+    ~FakeCompositor();
+
+private:
+    unsigned long m_owner;
+};
 
 } // namespace TestSupport

@@ -132,7 +132,10 @@ FramelessWindow::FramelessWindow(QWidget* parent)
     UpdateFrame();
 }
 
-FramelessWindow::~FramelessWindow() = default;
+FramelessWindow::~FramelessWindow()
+{
+    SetResizeCursor({});
+}
 
 TitleBar* FramelessWindow::GetTitleBar() const
 {
@@ -472,8 +475,14 @@ bool FramelessWindow::HandleResizeEvent(QEvent* event)
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
         break;
-    case QEvent::Leave:
+    case QEvent::Enter:
+        // A pointer that jumps in brings an enter event without a move.
         if (!m_resizeEdges)
+            SetResizeCursor(ResizeEdgesAt(static_cast<QEnterEvent*>(event)->localPos()));
+        return false;
+    case QEvent::Leave:
+    case QEvent::Hide:
+        if (!m_resizeEdges || event->type() == QEvent::Hide)
             SetResizeCursor({});
         return false;
     default:
@@ -487,10 +496,7 @@ bool FramelessWindow::HandleResizeEvent(QEvent* event)
             m_resizeEdges = {};
         return true;
     }
-    const qreal ratio = devicePixelRatioF();
-    const QPoint device(qFloor(mouse->localPos().x() * ratio), qFloor(mouse->localPos().y() * ratio));
-    const WindowHit hit = HitTestWindow(device, size() * ratio, ratio, HitRegions());
-    const Qt::Edges edges = hit.area == WindowHit::Resize ? hit.edges : Qt::Edges();
+    const Qt::Edges edges = ResizeEdgesAt(mouse->localPos());
     if (event->type() == QEvent::MouseMove) {
         if (mouse->buttons() == Qt::NoButton)
             SetResizeCursor(edges);
@@ -498,12 +504,23 @@ bool FramelessWindow::HandleResizeEvent(QEvent* event)
     }
     if (event->type() != QEvent::MouseButtonPress || mouse->button() != Qt::LeftButton || !edges)
         return false;
-    if (m_watchedWindow && m_watchedWindow->startSystemResize(edges))
+    if (m_watchedWindow && m_watchedWindow->startSystemResize(edges)) {
+        // The window manager shows its own cursor while it resizes.
+        SetResizeCursor({});
         return true;
+    }
     m_resizeEdges = edges;
     m_resizePress = mouse->globalPos();
     m_resizeStart = geometry();
     return true;
+}
+
+Qt::Edges FramelessWindow::ResizeEdgesAt(const QPointF& pos) const
+{
+    const qreal ratio = devicePixelRatioF();
+    const QPoint device(qFloor(pos.x() * ratio), qFloor(pos.y() * ratio));
+    const WindowHit hit = HitTestWindow(device, size() * ratio, ratio, HitRegions());
+    return hit.area == WindowHit::Resize ? hit.edges : Qt::Edges();
 }
 
 QRect FramelessWindow::ResizedGeometry(const QPoint& globalPos) const
@@ -522,15 +539,16 @@ QRect FramelessWindow::ResizedGeometry(const QPoint& globalPos) const
 
 void FramelessWindow::SetResizeCursor(Qt::Edges edges)
 {
-    if (!m_watchedWindow)
-        return;
+    // An override cursor: Qt puts the cursor of the widget under the pointer back whenever
+    // the pointer enters one, which happens inside the band too.
     if (edges) {
-        m_watchedWindow->setCursor(ResizeCursor(edges));
+        if (m_cursorSet)
+            QGuiApplication::changeOverrideCursor(ResizeCursor(edges));
+        else
+            QGuiApplication::setOverrideCursor(ResizeCursor(edges));
         m_cursorSet = true;
     } else if (m_cursorSet) {
-        // Back to the cursor of the widget under the pointer, which Qt sets only on entering it.
-        const QWidget* under = childAt(mapFromGlobal(QCursor::pos()));
-        m_watchedWindow->setCursor(under ? under->cursor() : cursor());
+        QGuiApplication::restoreOverrideCursor();
         m_cursorSet = false;
     }
 }
@@ -575,9 +593,9 @@ void FramelessWindow::paintEvent(QPaintEvent*)
 
 QPixmap FramelessWindow::ShadowPixmap(int width, const QColor& color)
 {
-    // Four shadow widths square: the frame's corner region blurred out into the margin,
-    // drawn stretched along the edges.
-    const int side = 4 * width;
+    // Four shadow widths and a middle to stretch, square: the frame's corner region blurred
+    // out into the margin.
+    const int side = 4 * width + 2;
     QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     {

@@ -120,6 +120,7 @@ private:
     static QPixmap ShadowPixmap(int width, const QColor& color);
     bool HandleResizeEvent(QEvent* event);
     void SetResizeCursor(Qt::Edges edges);
+    Qt::Edges ResizeEdgesAt(const QPointF& pos) const;
     QRect ResizedGeometry(const QPoint& globalPos) const;
     QRect RestoredGeometry(const QRect& saved, int screenNumber) const;
 

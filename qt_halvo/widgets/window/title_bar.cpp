@@ -265,11 +265,13 @@ void TitleBar::UpdateIcon()
 void TitleBar::UpdateMaximizeButton()
 {
     const bool maximized = IsWindowMaximized();
-    if (m_maximize->property("maximized").isValid() && m_maximize->property("maximized").toBool() == maximized)
+    if (m_maximizeButtonState == int(maximized))
         return;
+    m_maximizeButtonState = int(maximized);
     m_maximize->setIcon(TitleBarIcon(maximized ? ":/title_bar_restore.svg" : ":/title_bar_maximize.svg"));
     m_maximize->setToolTip(maximized ? tr("Restore") : tr("Maximize"));
-    SetStyleProperty(m_maximize, "maximized", maximized, true);
+    SetStyleProperty(m_maximize, "WindowState",
+                     maximized ? QStringLiteral("Maximized") : QStringLiteral("Normal"), true);
 }
 
 bool TitleBar::OnCaption(const QPoint& pos) const

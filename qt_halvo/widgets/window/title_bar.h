@@ -23,7 +23,8 @@ namespace OrvantaQT {
 // maximises the way that window does (emulated where the window manager will not).
 //
 // Children for style sheets: "Icon", "Title", "HostWidgets", "MinimizeButton",
-// "MaximizeButton" (with the style property "maximized") and "CloseButton", with the
+// "MaximizeButton" (with the style property "WindowState": "Maximized" or "Normal") and
+// "CloseButton", with the
 // accessible names "TitleBar_<role>".
 class QT_HALVO_EXPORT TitleBar : public QWidget
 {
@@ -94,6 +95,8 @@ private:
     Drag m_drag = Drag::None;
     QPoint m_pressGlobal;
     QPoint m_pressWindowPos;
+    // -1 until the button is set up, then whether it shows the restore icon.
+    int m_maximizeButtonState = -1;
 };
 
 } // namespace OrvantaQT

@@ -1,0 +1,176 @@
+#include "gallery_pages.h"
+
+#include <qt_halvo/widgets/window/notification_widget.h>
+#include <qt_halvo/widgets/window/popup_message.h>
+#include <qt_halvo/widgets/window/popup_message_queue.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtWidgets/QAction>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QVBoxLayout>
+
+using OrvantaQT::NotificationType;
+using OrvantaQT::NotificationWidget;
+using OrvantaQT::PopupMessage;
+using OrvantaQT::PopupMessageQueue;
+
+namespace {
+
+QString Tr(const char* text)
+{
+    return QCoreApplication::translate("NotificationsPage", text);
+}
+
+QWidget* CreateNotifications(QWidget* parent)
+{
+    auto* demo = new QWidget(parent);
+    auto* layout = new QVBoxLayout(demo);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* log = CreateSecondaryText(QString(), demo);
+    log->setObjectName(QStringLiteral("NotificationLog"));
+
+    auto* information = new NotificationWidget(
+        NotificationType::Information,
+        Tr("A new version is ready. <a href=\"notes\">Read what changed</a> before you restart."), demo);
+    information->setObjectName(QStringLiteral("InformationNotification"));
+    QObject::connect(information, &NotificationWidget::LinkActivated, log,
+                     [log](const QString& link) { log->setText(Tr("Link: %1").arg(link)); });
+
+    auto* positive = new NotificationWidget(NotificationType::Positive, Tr("The file was moved to the archive."), demo);
+    positive->setObjectName(QStringLiteral("PositiveNotification"));
+    auto* undo = new QAction(Tr("Undo"), positive);
+    QObject::connect(undo, &QAction::triggered, log, [log] { log->setText(Tr("Undo pressed")); });
+    positive->AddAction(undo);
+
+    auto* warning = new NotificationWidget(
+        NotificationType::Warning, Tr("The connection is slow; pictures are loaded at a lower quality for now."), demo);
+    warning->setObjectName(QStringLiteral("WarningNotification"));
+    auto* retry = new QAction(Tr("Retry"), warning);
+    QObject::connect(retry, &QAction::triggered, log, [log] { log->setText(Tr("Retry pressed")); });
+    warning->AddAction(retry);
+
+    auto* error = new NotificationWidget(NotificationType::Error,
+                                         Tr("The settings could not be saved: the disk is full."), demo);
+    error->setObjectName(QStringLiteral("ErrorNotification"));
+    error->SetCloseButtonVisible(false);
+
+    const QList<NotificationWidget*> all = {information, positive, warning, error};
+    for (NotificationWidget* notification : all) {
+        layout->addWidget(notification);
+        notification->setVisible(true);
+    }
+
+    auto* buttons = new QHBoxLayout;
+    auto* toggle = CreateButton(Tr("Hide them"), "ToggleNotificationsButton", demo, true);
+    QObject::connect(toggle, &QPushButton::toggled, demo, [all, toggle](bool hide) {
+        toggle->setText(hide ? Tr("Show them") : Tr("Hide them"));
+        for (NotificationWidget* notification : all) {
+            if (hide)
+                notification->AnimatedHide();
+            else
+                notification->AnimatedShow();
+        }
+    });
+    buttons->addWidget(toggle);
+    buttons->addWidget(log, 1);
+    layout->addLayout(buttons);
+    return demo;
+}
+
+QWidget* CreateToasts(QWidget* parent)
+{
+    auto* demo = new QWidget(parent);
+    auto* rows = new QVBoxLayout(demo);
+    rows->setContentsMargins(0, 0, 0, 0);
+    auto* row = new QHBoxLayout;
+    rows->addLayout(row);
+    auto* position = new QComboBox(demo);
+    position->setObjectName(QStringLiteral("ToastPosition"));
+    const QList<QPair<QString, PopupMessage::Position>> positions = {
+        {Tr("Bottom right"), PopupMessage::BottomRight}, {Tr("Bottom left"), PopupMessage::BottomLeft},
+        {Tr("Bottom centre"), PopupMessage::BottomCenter}, {Tr("Top right"), PopupMessage::TopRight},
+        {Tr("Top left"), PopupMessage::TopLeft},         {Tr("Top centre"), PopupMessage::TopCenter},
+    };
+    for (const auto& entry : positions)
+        position->addItem(entry.first, int(entry.second));
+    auto post = [demo, position](const char* objectName, const QString& text, NotificationType::Type type, bool withAction) {
+        auto* button = CreateButton(text, objectName, demo);
+        QObject::connect(button, &QPushButton::clicked, demo, [demo, position, type, withAction] {
+            static int number = 0;
+            if (PopupMessageQueue* queue = PopupMessageQueue::ForWindow(demo))
+                queue->SetPosition(PopupMessage::Position(position->currentData().toInt()));
+            QAction* action = nullptr;
+            if (withAction)
+                action = new QAction(Tr("Open"), demo);
+            switch (type) {
+            case NotificationType::Information:
+                PopupMessage::Post(demo, type, Tr("Message %1 arrived.").arg(++number), 5000, action);
+                break;
+            case NotificationType::Positive:
+                PopupMessage::Post(demo, type, Tr("Saved."), 4000);
+                break;
+            case NotificationType::Warning:
+                PopupMessage::Post(demo, type, Tr("The battery is low."), 6000);
+                break;
+            case NotificationType::Error:
+                PopupMessage::Post(demo, type, Tr("The printer does not answer."), 0);
+                break;
+            }
+        });
+        return button;
+    };
+    row->addWidget(post("PostInformationButton", Tr("Message"), NotificationType::Information, true));
+    row->addWidget(post("PostPositiveButton", Tr("Saved"), NotificationType::Positive, false));
+    row->addWidget(post("PostWarningButton", Tr("Warning"), NotificationType::Warning, false));
+    row->addWidget(post("PostErrorButton", Tr("Error"), NotificationType::Error, false));
+    row->addStretch(1);
+    auto* where = new QHBoxLayout;
+    where->addWidget(CreateSecondaryText(Tr("Where they appear:"), demo));
+    where->addWidget(position);
+    where->addStretch(1);
+    rows->addLayout(where);
+    return demo;
+}
+
+} // namespace
+
+QWidget* CreateNotificationsPage()
+{
+    ScrollingPage scrolling = CreateScrollingPage("NotificationsPage", Tr("Notifications"));
+    QWidget* content = scrolling.content;
+    scrolling.layout->addWidget(CreateSection(
+        "NotificationSection", Tr("Notification bar"),
+        Tr("NotificationWidget: an inline message of one of four types, with links, actions and a close button, "
+           "shown and hidden by sliding its height; screen readers hear it as an alert."),
+        CreateNotifications(content), content));
+    scrolling.layout->addWidget(CreateSection(
+        "ToastSection", Tr("Popup messages"),
+        Tr("PopupMessage: short messages over a corner or an edge of the window, at most three at a time; the "
+           "rest wait, a repeated message is counted, and a message waits longer while the pointer is on it."),
+        CreateToasts(content), content));
+    scrolling.layout->addStretch(1);
+    return FinishScrollingPage(scrolling);
+}
+
+QVector<GalleryMoment> NotificationsPageMoments()
+{
+    const auto postSome = [](QWidget* page) {
+        ScrollTo(page, "ToastSection");
+        ClickButton(page, "PostInformationButton");
+        ClickButton(page, "PostWarningButton");
+        ClickButton(page, "PostPositiveButton");
+        ClickButton(page, "PostPositiveButton");
+        ClickButton(page, "PostPositiveButton");
+        ClickButton(page, "PostErrorButton");
+    };
+    return {
+        {QStringLiteral("sliding"), [](QWidget* page) { ClickButton(page, "ToggleNotificationsButton"); }, 110},
+        {QStringLiteral("hidden"), {}, 400},
+        {QStringLiteral("toasts_fading"), postSome, 90},
+        {QStringLiteral("toasts"), {}, 500},
+    };
+}

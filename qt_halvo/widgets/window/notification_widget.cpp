@@ -93,6 +93,27 @@ int Metric(const QWidget* widget, QStyle::PixelMetric metric, int fallback)
     return value >= 0 ? value : fallback;
 }
 
+// What a word-wrapped QLabel adds around its text when it measures its height for a
+// width: its contents margins, its margin on each side, and an indent of an 'x' when it
+// has a frame (a style sheet's border or padding gives it one) but no indent of its own.
+QSize LabelExtent(const QLabel* label)
+{
+    const QMargins margins = label->contentsMargins();
+    const int margin = label->margin();
+    QSize extent(margins.left() + margins.right() + 2 * margin, margins.top() + margins.bottom() + 2 * margin);
+    int indent = label->indent();
+    if (indent < 0 && label->frameWidth() > 0)
+        indent = label->fontMetrics().horizontalAdvance(QLatin1Char('x')) - 2 * margin;
+    if (indent > 0) {
+        const Qt::Alignment alignment = label->alignment();
+        if (alignment & (Qt::AlignLeft | Qt::AlignRight))
+            extent.rwidth() += indent;
+        if (alignment & (Qt::AlignTop | Qt::AlignBottom))
+            extent.rheight() += indent;
+    }
+    return extent;
+}
+
 // Centres an extent of `size` in a band of `band` starting at `start`.
 int Centred(int start, int band, int size)
 {
@@ -734,12 +755,8 @@ void NotificationWidget::MeasureNaturalText() const
 {
     if (m_naturalKnown)
         return;
-    const QMargins margins = m_text->contentsMargins();
-    const int frame = 2 * m_text->margin();
     m_measure->setTextWidth(-1);
-    const QSizeF size = m_measure->size();
-    m_natural = QSize(qCeil(size.width()) + margins.left() + margins.right() + frame,
-                      qCeil(size.height()) + margins.top() + margins.bottom() + frame);
+    m_natural = QSize(qCeil(m_measure->size().width()), qCeil(m_measure->size().height())) + LabelExtent(m_text);
     m_naturalKnown = true;
 }
 
@@ -748,13 +765,11 @@ int NotificationWidget::TextHeightFor(int width) const
     MeasureNaturalText();
     if (m_natural.width() <= width)
         return m_natural.height();
-    // As QLabel measures its rich text.
-    const QMargins margins = m_text->contentsMargins();
-    const int frame = 2 * m_text->margin();
-    const qreal textWidth = qMax(0, width - margins.left() - margins.right() - frame);
+    const QSize extent = LabelExtent(m_text);
+    const qreal textWidth = qMax(0, width - extent.width());
     if (m_measure->textWidth() != textWidth)
         m_measure->setTextWidth(textWidth);
-    return qCeil(m_measure->size().height()) + margins.top() + margins.bottom() + frame;
+    return qCeil(m_measure->size().height()) + extent.height();
 }
 
 int NotificationWidget::FullHeightFor(int width) const

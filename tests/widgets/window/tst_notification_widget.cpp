@@ -559,25 +559,31 @@ private Q_SLOTS:
         QTest::newRow("a style sheet's padding") << "QLabel#Text { padding: 3px 11px 5px 9px; }" << 0;
         QTest::newRow("a style sheet's font") << "QLabel#Text { font-size: 21px; }" << 0;
     }
-    // What style sheets and the label's own settings add to the text is measured too,
-    // where the text wraps and where it fits on one line.
+    // What style sheets and the label's own settings add to the text is measured too, at
+    // every width from narrow to wide: where the text wraps, where it just fits on one
+    // line and beyond.
     void textMargins()
     {
         QFETCH(QString, sheet);
         QFETCH(int, margin);
-        for (const QString& text : {kLongText, QStringLiteral("Saved.")}) {
-            Host host(360);
+        for (const QString& text : {kLongText, QStringLiteral("Saved to the shared folder.")}) {
+            Host host;
+            // Shown but not mapped: resizes and layouts happen at once.
+            host.window.setAttribute(Qt::WA_DontShowOnScreen);
             host.window.setStyleSheet(sheet);
             host.Text()->setMargin(margin);
             host.notification->SetText(text);
             host.notification->show();
-            QVERIFY(TestSupport::ShowAndWait(&host.window));
-            for (const int width : {360, 1200}) {
-                host.window.resize(width, 400);
-                QTRY_COMPARE(host.notification->width(), width);
-                QTRY_COMPARE(host.notification->height(), host.notification->heightForWidth(width));
-                QLabel* label = host.Text();
-                QCOMPARE(label->height(), label->heightForWidth(label->width()));
+            host.window.show();
+            QLabel* label = host.Text();
+            // A layout asks the height for the minimum width below it.
+            for (int width = host.notification->minimumSizeHint().width(); width <= 640; width += 2) {
+                host.window.resize(width, 1600);
+                QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+                host.column->activate();
+                const QString at = QStringLiteral("at %1 px").arg(width);
+                QVERIFY2(host.notification->height() == host.notification->heightForWidth(width), qPrintable(at));
+                QVERIFY2(label->height() == label->heightForWidth(label->width()), qPrintable(at));
             }
         }
     }

@@ -87,7 +87,8 @@ public:
     QSize sizeHint() const override;
 
 public Q_SLOTS:
-    // Fades the toast out; then Closed() and it deletes itself.
+    // Fades the toast out; then Closed() and it deletes itself. QWidget::close() does the
+    // same at once, without the fade.
     void Dismiss();
 
 Q_SIGNALS:

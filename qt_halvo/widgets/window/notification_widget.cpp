@@ -633,7 +633,8 @@ void NotificationWidget::PlaceContent()
     place(m_iconLabel, arrangement.icon);
     place(m_text, arrangement.text);
     place(m_closeButton, arrangement.close);
-    for (int i = 0; i < m_buttons.size() && i < arrangement.buttons.size(); ++i)
+    // Laid out for these buttons: any change of them drops the arrangements.
+    for (int i = 0; i < arrangement.buttons.size(); ++i)
         place(m_buttons[i].button, arrangement.buttons[i]);
 }
 

@@ -512,6 +512,8 @@ private Q_SLOTS:
         const int textWidth = text->width();
         auto* close = notification.findChild<QToolButton*>(QStringLiteral("CloseButton"));
         QVERIFY(notification.IsCloseButtonVisible() && close->isVisible());
+        QVERIFY(!close->icon().isNull());
+        QCOMPARE(close->toolTip(), QStringLiteral("Close"));
         QTest::mouseClick(close, Qt::LeftButton);
         QCOMPARE(log.Take(), QStringList("CloseRequested()"));
         QVERIFY(notification.IsAnimating());

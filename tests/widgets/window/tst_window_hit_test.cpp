@@ -79,6 +79,9 @@ private Q_SLOTS:
             {"host field under the band", {150, 4}, {300, 8}, Resize(Qt::TopEdge)},
             {"host field's first pixel below the band", {150, 5}, {300, 10}, client},
             {"just below the field", {200, 28}, {400, 56}, caption},
+            {"field's last row", {200, 27}, {400, 55}, client},
+            {"field's last column", {249, 16}, {499, 32}, client},
+            {"just right of the field", {250, 16}, {500, 32}, caption},
             {"below the caption", {200, 32}, {400, 64}, client},
             {"left edge", {0, 150}, {0, 300}, Resize(Qt::LeftEdge)},
             {"left band's last pixel", {4, 150}, {9, 300}, Resize(Qt::LeftEdge)},
@@ -98,6 +101,8 @@ private Q_SLOTS:
             {"bottom-left corner", {2, 297}, {4, 594}, Resize(Qt::BottomEdge | Qt::LeftEdge)},
             {"bottom-right corner", {399, 299}, {799, 599}, Resize(Qt::BottomEdge | Qt::RightEdge)},
             {"bottom-right along the bottom", {390, 299}, {780, 599}, Resize(Qt::BottomEdge | Qt::RightEdge)},
+            {"bottom-right along the right", {399, 290}, {799, 580}, Resize(Qt::BottomEdge | Qt::RightEdge)},
+            {"past the corner up the right", {399, 289}, {799, 579}, Resize(Qt::RightEdge)},
             {"outside", {400, 150}, {800, 300}, client},
             {"outside above", {200, -1}, {400, -1}, client},
         };
@@ -144,6 +149,7 @@ private Q_SLOTS:
         QTest::newRow("right half of the top") << QPoint(10, 0) << Resize(Qt::TopEdge | Qt::RightEdge);
         QTest::newRow("upper half of the right") << QPoint(15, 6) << Resize(Qt::TopEdge | Qt::RightEdge);
         QTest::newRow("lower half of the right") << QPoint(15, 9) << Resize(Qt::BottomEdge | Qt::RightEdge);
+        QTest::newRow("middle of the right") << QPoint(15, 8) << Resize(Qt::BottomEdge | Qt::RightEdge);
     }
     void smallWindow()
     {

@@ -187,6 +187,53 @@ private Q_SLOTS:
             QVERIFY2(rows[1].top() > rows[0].bottom(), "a row for each button");
     }
 
+    void sizeHints_data()
+    {
+        QTest::addColumn<int>("actions");
+        QTest::newRow("no buttons") << 0;
+        QTest::newRow("two buttons") << 2;
+    }
+    // The preferred width is the narrowest that keeps a short text on one line, with the
+    // buttons beside it; at the minimum width nothing overlaps or sticks out.
+    void sizeHints()
+    {
+        QFETCH(int, actions);
+        Host host;
+        host.window.setAttribute(Qt::WA_DontShowOnScreen);
+        NotificationWidget& notification = *host.notification;
+        QAction retry(QStringLiteral("Retry")), details(QStringLiteral("Show the details"));
+        if (actions > 0)
+            notification.AddAction(&retry), notification.AddAction(&details);
+        notification.SetText(QStringLiteral("Saved to the shared folder."));
+        notification.show();
+        host.window.show();
+        QLabel* label = host.Text();
+        const int oneLine = label->heightForWidth(QWIDGETSIZE_MAX);
+        const auto layOut = [&](int width) {
+            host.window.resize(width, 600);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+            host.column->activate();
+            const bool buttonsBeside = actions == 0 || notification.ActionButtons()[0]->y() < label->geometry().bottom();
+            return label->height() == oneLine && buttonsBeside;
+        };
+        const QSize preferred = notification.sizeHint();
+        QCOMPARE(preferred.height(), notification.heightForWidth(preferred.width()));
+        QVERIFY(layOut(preferred.width()));
+        QVERIFY(!layOut(preferred.width() - 1));
+        const QSize minimum = notification.minimumSizeHint();
+        QVERIFY(minimum.width() < preferred.width());
+        layOut(minimum.width());
+        const QVector<QRect> parts = host.VisibleParts();
+        for (int i = 0; i < parts.size(); ++i) {
+            QVERIFY(notification.rect().contains(parts[i]));
+            for (int j = i + 1; j < parts.size(); ++j)
+                QVERIFY(!parts[i].intersects(parts[j]));
+        }
+        QCOMPARE(minimum.height(), notification.height());
+        notification.SetText(kLongText);
+        QVERIFY(notification.sizeHint().width() < 700);
+    }
+
     // Resized across widths, the height follows each one, wrapped text included.
     void followsWidthAndContent()
     {
@@ -303,6 +350,7 @@ private Q_SLOTS:
         TestSupport::SignalLog log(&notification, {"Shown()", "Shown(bool)", "Hidden()", "Hidden(bool)"});
         notification.AnimatedHide();
         notification.AnimatedShow();
+        QCOMPARE(notification.GetEasing().type(), QEasingCurve::Linear);
         QTRY_VERIFY(notification.GetPosition() > 0.3);
         notification.AnimatedShow();
         const qreal turnedAt = notification.GetPosition();

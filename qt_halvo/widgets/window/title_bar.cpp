@@ -77,6 +77,7 @@ TitleBar::TitleBar(QWidget* parent)
     m_hostLayout->setContentsMargins(0, 0, 0, 0);
     m_hostLayout->setSpacing(6);
     m_hostWidgets->hide();
+    m_hostWidgets->installEventFilter(this);
     layout->addWidget(m_hostWidgets);
 
     m_minimize = CreateButton(this, "MinimizeButton", TitleBarIcon(":/title_bar_minimize.svg"));
@@ -316,6 +317,10 @@ bool TitleBar::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_title && event->type() == QEvent::Resize)
         UpdateTitle();
+    // The host may delete or take back its widget without RemoveWidget; the layout has
+    // already let go of it here.
+    if (watched == m_hostWidgets && event->type() == QEvent::ChildRemoved)
+        m_hostWidgets->setVisible(m_hostLayout->count() > 0);
     if (watched == m_window) {
         switch (event->type()) {
         case QEvent::WindowTitleChange:

@@ -4,6 +4,7 @@
 #include <qt_halvo/utilities/logging_p.h>
 #include <qt_halvo/widgets/window/frameless_window.h>
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QEvent>
 #include <QtCore/QtMath>
 #include <QtGui/QMouseEvent>
@@ -38,6 +39,35 @@ QToolButton* CreateButton(QWidget* parent, const char* role, const QIcon& icon)
     button->setIconSize(QSize(kIconSize, kIconSize));
     button->setToolButtonStyle(Qt::ToolButtonIconOnly);
     return button;
+}
+
+// The title as the window system shows it: each "[*]" that is not doubled stands for the
+// mark of a modified window (where the style shows one), "[*][*]" for "[*]" itself.
+QString ShownTitle(const QWidget* window)
+{
+    static const QString placeholder = QStringLiteral("[*]");
+    QString title = window->windowTitle();
+    const bool marked = window->isWindowModified()
+        && window->style()->styleHint(QStyle::SH_TitleBar_ModifyNotification, nullptr, window);
+    int index = title.indexOf(placeholder);
+    while (index != -1) {
+        index += placeholder.size();
+        int count = 1;
+        while (title.indexOf(placeholder, index) == index) {
+            ++count;
+            index += placeholder.size();
+        }
+        if (count % 2) {
+            const int last = title.lastIndexOf(placeholder, index - 1);
+            if (marked)
+                title.replace(last, placeholder.size(), QStringLiteral("*"));
+            else
+                title.remove(last, placeholder.size());
+            index = last;
+        }
+        index = title.indexOf(placeholder, index);
+    }
+    return title.replace(placeholder + placeholder, placeholder);
 }
 
 QIcon TitleBarIcon(const char* normal, const char* active = nullptr)
@@ -251,7 +281,7 @@ void TitleBar::WatchWindow()
 
 void TitleBar::UpdateTitle()
 {
-    const QString title = m_window ? m_window->windowTitle() : windowTitle();
+    const QString title = ShownTitle(m_window ? m_window.data() : this);
     const QString elided = m_title->fontMetrics().elidedText(title, Qt::ElideRight, qMax(0, m_title->width()));
     m_title->setText(elided);
     m_title->setToolTip(elided != title ? title : QString());
@@ -280,9 +310,9 @@ bool TitleBar::OnCaption(const QPoint& pos) const
     const QWidget* top = window();
     if (top == this)
         return false;
-    WindowHitRegions regions = HitRegions();
-    if (auto* frameless = qobject_cast<const FramelessWindow*>(top))
-        regions.resizeBorder = frameless->HitRegions().resizeBorder;
+    // A frameless window adds its resize band, which comes before the caption.
+    const auto* frameless = qobject_cast<const FramelessWindow*>(top);
+    const WindowHitRegions regions = frameless ? frameless->HitRegions() : HitRegions();
     const qreal ratio = devicePixelRatioF();
     const QPoint windowPoint = mapTo(top, pos);
     const WindowHit hit = HitTestWindow(QPoint(qFloor(windowPoint.x() * ratio), qFloor(windowPoint.y() * ratio)),
@@ -292,25 +322,25 @@ bool TitleBar::OnCaption(const QPoint& pos) const
 
 void TitleBar::StartMove(const QPoint& globalPos)
 {
-    QWidget* top = window();
-    if (IsWindowMaximized()) {
-        // Leaving a maximised window by dragging: the restored window keeps the cursor at the
-        // same fraction of its width and at the same height in the bar.
-        const QRect maximized = top->geometry();
-        const qreal fraction = maximized.width() > 0 ? qreal(m_pressGlobal.x() - maximized.x()) / maximized.width() : 0.5;
-        ToggleMaximized();
-        const QRect normal = top->geometry();
-        m_pressWindowPos = QPoint(globalPos.x() - qRound(fraction * normal.width()),
-                                  globalPos.y() - (m_pressGlobal.y() - maximized.y()));
-        m_pressGlobal = globalPos;
-        top->move(m_pressWindowPos);
-    }
-    QWindow* handle = top->windowHandle();
-    if (handle && handle->startSystemMove()) {
-        m_drag = Drag::None;
-        return;
-    }
     m_drag = Drag::Manual;
+    m_dragSize = window()->size();
+    if (!IsWindowMaximized())
+        return;
+    // Leaving a maximised window by dragging: the restored window keeps the pointer at the
+    // same fraction of its width and at the same height in the bar. The window manager's
+    // restore may come later, so the size is the one it goes back to, and the move is done
+    // by hand: a move of the window system's would start from where it still has the window.
+    QWidget* top = window();
+    const QRect maximized = top->geometry();
+    const QRect normalBefore = top->normalGeometry();
+    const qreal fraction = maximized.width() > 0 ? qreal(m_pressGlobal.x() - maximized.x()) / maximized.width() : 0.5;
+    ToggleMaximized();
+    const QRect normal = top->geometry() != maximized ? top->geometry() : normalBefore;
+    // Moved with its size: a position alone would keep the maximised size the window still has.
+    m_dragSize = normal.size();
+    m_pressWindowPos = QPoint(globalPos.x() - qRound(fraction * normal.width()),
+                              globalPos.y() - (m_pressGlobal.y() - maximized.y()));
+    m_pressGlobal = globalPos;
 }
 
 bool TitleBar::eventFilter(QObject* watched, QEvent* event)
@@ -324,6 +354,7 @@ bool TitleBar::eventFilter(QObject* watched, QEvent* event)
     if (watched == m_window) {
         switch (event->type()) {
         case QEvent::WindowTitleChange:
+        case QEvent::ModifiedChange:
             UpdateTitle();
             break;
         case QEvent::WindowIconChange:
@@ -346,10 +377,17 @@ void TitleBar::mousePressEvent(QMouseEvent* event)
         QWidget::mousePressEvent(event);
         return;
     }
-    m_drag = Drag::Pressed;
+    event->accept();
     m_pressGlobal = event->globalPos();
     m_pressWindowPos = window()->pos();
-    event->accept();
+    // The window system's move starts at the press, as it asks, so that the window keeps
+    // its place under the pointer. Not for the second press of a double click, which
+    // belongs to the double click, nor for a maximised window, which is restored first.
+    const bool secondPress = m_lastPress.isValid() && m_lastPress.elapsed() < QApplication::doubleClickInterval();
+    m_lastPress.start();
+    QWindow* handle = window()->windowHandle();
+    m_drag = (!secondPress && !IsWindowMaximized() && handle && handle->startSystemMove()) ? Drag::None
+                                                                                            : Drag::Pressed;
 }
 
 void TitleBar::mouseMoveEvent(QMouseEvent* event)
@@ -365,7 +403,7 @@ void TitleBar::mouseMoveEvent(QMouseEvent* event)
         StartMove(event->globalPos());
     }
     if (m_drag == Drag::Manual)
-        window()->move(m_pressWindowPos + event->globalPos() - m_pressGlobal);
+        window()->setGeometry(QRect(m_pressWindowPos + event->globalPos() - m_pressGlobal, m_dragSize));
     event->accept();
 }
 
@@ -397,6 +435,16 @@ void TitleBar::changeEvent(QEvent* event)
     switch (event->type()) {
     case QEvent::ParentChange:
         WatchWindow();
+        break;
+    case QEvent::WindowTitleChange:
+    case QEvent::ModifiedChange:
+        // A bar that is its own window shows its own title.
+        if (!m_window)
+            UpdateTitle();
+        break;
+    case QEvent::WindowIconChange:
+        if (!m_window)
+            UpdateIcon();
         break;
     case QEvent::FontChange:
     case QEvent::StyleChange:

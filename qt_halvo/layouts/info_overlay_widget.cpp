@@ -2,6 +2,7 @@
 
 #include <qt_halvo/animation/busy_indicator_ring.h>
 #include <qt_halvo/layouts/overlay_conroller.h>
+#include <qt_halvo/utilities/child_names_p.h>
 #include <qt_halvo/utilities/logging_p.h>
 
 #include <QtCore/QEvent>
@@ -26,8 +27,7 @@ constexpr int kLineCharacters = 48;
 template <typename Part>
 Part* AddPart(Part* part, const char* role, QVBoxLayout* layout, Qt::Alignment alignment = Qt::AlignHCenter)
 {
-    part->setObjectName(QLatin1String(role));
-    part->setAccessibleName(QStringLiteral("InfoOverlayWidget_") + QLatin1String(role));
+    NameChild(part, "InfoOverlayWidget", role);
     part->setVisible(false);
     layout->addWidget(part, 0, alignment);
     return part;

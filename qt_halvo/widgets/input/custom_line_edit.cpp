@@ -3,6 +3,7 @@
 #include "right_align_combo_box_p.h"
 
 #include <qt_halvo/animation/movie_widget.h>
+#include <qt_halvo/utilities/child_names_p.h>
 
 #include <QtGui/QFocusEvent>
 #include <QtGui/QMouseEvent>
@@ -15,17 +16,6 @@
 
 namespace OrvantaQT {
 
-namespace {
-
-template <typename Widget>
-Widget* Named(Widget* widget, const char* objectName, const char* accessibleName)
-{
-    widget->setObjectName(QLatin1String(objectName));
-    widget->setAccessibleName(QLatin1String(accessibleName));
-    return widget;
-}
-
-} // namespace
 
 CustomLineEdit::CustomLineEdit(QWidget* parent)
     : QLineEdit(parent)
@@ -47,7 +37,7 @@ CustomLineEdit::~CustomLineEdit() = default;
 
 QWidget* CustomLineEdit::CreateButtonContainer()
 {
-    auto* container = Named(new QWidget(this), "ButtonContainer", "CustomLineEdit_ButtonContainer");
+    auto* container = NameChild(new QWidget(this), "CustomLineEdit", "ButtonContainer");
     container->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     container->setAttribute(Qt::WA_MouseTracking);
     container->installEventFilter(this);
@@ -61,12 +51,12 @@ QWidget* CustomLineEdit::CreateButtonContainer()
     m_stackedWidget->setAccessibleName(QStringLiteral("CustomLineEdit_StackedWidget"));
     layout->addWidget(m_stackedWidget);
 
-    m_staticLabel = Named(new QLabel, "StaticLabel", "CustomLineEdit_StaticLabel");
+    m_staticLabel = NameChild(new QLabel, "CustomLineEdit", "StaticLabel");
     m_staticLabel->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    m_movieWidget = Named(new MovieWidget, "AnimationLabel", "CustomLineEdit_AnimationLabel");
+    m_movieWidget = NameChild(new MovieWidget, "CustomLineEdit", "AnimationLabel");
     m_movieWidget->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     m_movieWidget->setProperty("PreloaderAnimation16", true);
-    m_button = Named(new QToolButton, "Button", "CustomLineEdit_Button");
+    m_button = NameChild(new QToolButton, "CustomLineEdit", "Button");
     m_button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     m_button->setAttribute(Qt::WA_MouseTracking);
     connect(m_button, &QToolButton::clicked, this, &CustomLineEdit::ButtonClicked);
@@ -80,7 +70,7 @@ QWidget* CustomLineEdit::CreateButtonContainer()
 
 void CustomLineEdit::CreateComboBox()
 {
-    m_comboBox = Named(new RightAlignComboBox(this), "ComboBox", "CustomLineEdit_ComboBox");
+    m_comboBox = NameChild(new RightAlignComboBox(this), "CustomLineEdit", "ComboBox");
     m_comboBox->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     m_comboBox->setView(new QListView);
     m_comboBox->setSizeAdjustPolicy(QComboBox::AdjustToContents);

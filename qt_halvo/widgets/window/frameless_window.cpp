@@ -1,6 +1,7 @@
 #include <qt_halvo/widgets/window/frameless_window.h>
 
 #include <qt_halvo/animation/blur_pyramid_p.h>
+#include <qt_halvo/utilities/child_names_p.h>
 #include <qt_halvo/utilities/border_pixmap_painter.h>
 #include <qt_halvo/utilities/logging_p.h>
 #include <qt_halvo/utilities/platform/frameless_window_p.h>
@@ -109,9 +110,7 @@ FramelessWindow::FramelessWindow(QWidget* parent)
 
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(0);
-    m_frame = new QWidget(this);
-    m_frame->setObjectName(QStringLiteral("Frame"));
-    m_frame->setAccessibleName(QStringLiteral("FramelessWindow_Frame"));
+    m_frame = NameChild(new QWidget(this), "FramelessWindow", "Frame");
     m_frame->setAttribute(Qt::WA_StyledBackground);
     m_frame->setAutoFillBackground(true);
     m_frame->setBackgroundRole(QPalette::Window);
@@ -120,9 +119,7 @@ FramelessWindow::FramelessWindow(QWidget* parent)
     m_frameLayout = new QVBoxLayout(m_frame);
     m_frameLayout->setContentsMargins(0, 0, 0, 0);
     m_frameLayout->setSpacing(0);
-    m_titleBar = new TitleBar(m_frame);
-    m_titleBar->setObjectName(QStringLiteral("TitleBar"));
-    m_titleBar->setAccessibleName(QStringLiteral("FramelessWindow_TitleBar"));
+    m_titleBar = NameChild(new TitleBar(m_frame), "FramelessWindow", "TitleBar");
     m_frameLayout->addWidget(m_titleBar);
     m_frameLayout->addStretch(1);
 

@@ -3,6 +3,8 @@
 #include <qt_halvo/animation/show_hide_machine_p.h>
 #include <qt_halvo/animation/widget_animations_p.h>
 #include <qt_halvo/styles/style_sheet.h>
+#include <qt_halvo/utilities/child_names_p.h>
+#include <qt_halvo/widgets/window/notification_background_p.h>
 #include <qt_halvo/utilities/logging_p.h>
 
 #include <QtCore/QEvent>
@@ -69,14 +71,6 @@ QAccessibleInterface* NotificationAccessibleFactory(const QString& className, QO
     return nullptr;
 }
 
-template <typename Part>
-Part* AddPart(Part* part, const char* role)
-{
-    part->setObjectName(QLatin1String(role));
-    part->setAccessibleName(QStringLiteral("NotificationWidget_") + QLatin1String(role));
-    return part;
-}
-
 bool LayoutHolds(const QLayout* layout, const QWidget* widget)
 {
     for (int i = 0; i < layout->count(); ++i) {
@@ -129,10 +123,10 @@ NotificationWidget::NotificationWidget(QWidget* parent)
 
 NotificationWidget::NotificationWidget(NotificationType::Type type, const QString& text, QWidget* parent)
     : QWidget(parent)
-    , m_content(AddPart(new QWidget(this), "Content"))
-    , m_iconLabel(AddPart(new QLabel(m_content), "Icon"))
-    , m_text(AddPart(new QLabel(m_content), "Text"))
-    , m_closeButton(AddPart(new QToolButton(m_content), "CloseButton"))
+    , m_content(NameChild(new QWidget(this), "NotificationWidget", "Content"))
+    , m_iconLabel(NameChild(new QLabel(m_content), "NotificationWidget", "Icon"))
+    , m_text(NameChild(new QLabel(m_content), "NotificationWidget", "Text"))
+    , m_closeButton(NameChild(new QToolButton(m_content), "NotificationWidget", "CloseButton"))
     , m_measure(std::make_unique<QTextDocument>())
 {
     static const bool factoryInstalled = [] {
@@ -471,7 +465,7 @@ void NotificationWidget::actionEvent(QActionEvent* event)
     };
     switch (event->type()) {
     case QEvent::ActionAdded: {
-        ActionButton entry{action, AddPart(new QPushButton(m_content), "ActionButton")};
+        ActionButton entry{action, NameChild(new QPushButton(m_content), "NotificationWidget", "ActionButton")};
         connect(entry.button, &QPushButton::clicked, action, &QAction::trigger);
         const auto before = entryOf(event->before());
         const auto added = m_buttons.insert(event->before() ? before : m_buttons.end(), entry);
@@ -522,13 +516,8 @@ void NotificationWidget::paintEvent(QPaintEvent*)
     QPainter painter(this);
     // The background slides with the content.
     const QRect area = m_content->geometry();
-    if (!testAttribute(Qt::WA_StyleSheetTarget)) {
-        const QColor colour = NotificationType::DefaultColor(m_type);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(colour.darker(115));
-        painter.setBrush(colour);
-        painter.drawRoundedRect(QRectF(area).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius, kCornerRadius);
-    }
+    if (!testAttribute(Qt::WA_StyleSheetTarget))
+        PaintDefaultNotificationBackground(painter, area, m_type, kCornerRadius);
     QStyleOption option;
     option.initFrom(this);
     option.rect = area;

@@ -2,6 +2,9 @@
 
 #include <qt_halvo/animation/animated_effect.h>
 #include <qt_halvo/animation/widget_animations_p.h>
+#include <qt_halvo/styles/style_sheet.h>
+#include <qt_halvo/utilities/child_names_p.h>
+#include <qt_halvo/widgets/window/notification_background_p.h>
 #include <qt_halvo/utilities/logging_p.h>
 #include <qt_halvo/widgets/window/popup_message_queue.h>
 
@@ -28,14 +31,6 @@ constexpr qreal kCornerRadius = 6;
 // Text on the default backgrounds, which are all light.
 const QColor kDefaultTextColor(0x1f, 0x23, 0x28);
 
-template <typename Part>
-Part* Named(Part* part, const char* role)
-{
-    part->setObjectName(QLatin1String(role));
-    part->setAccessibleName(QStringLiteral("PopupMessage_") + QLatin1String(role));
-    return part;
-}
-
 } // namespace
 
 PopupMessage::PopupMessage(QWidget* parent)
@@ -45,11 +40,11 @@ PopupMessage::PopupMessage(QWidget* parent)
 
 PopupMessage::PopupMessage(NotificationType::Type type, const QString& text, QWidget* parent)
     : QWidget(parent)
-    , m_icon(Named(new QLabel(this), "Icon"))
-    , m_text(Named(new QLabel(this), "Text"))
-    , m_countLabel(Named(new QLabel(this), "Count"))
-    , m_actionButton(Named(new QPushButton(this), "ActionButton"))
-    , m_closeButton(Named(new QToolButton(this), "CloseButton"))
+    , m_icon(NameChild(new QLabel(this), "PopupMessage", "Icon"))
+    , m_text(NameChild(new QLabel(this), "PopupMessage", "Text"))
+    , m_countLabel(NameChild(new QLabel(this), "PopupMessage", "Count"))
+    , m_actionButton(NameChild(new QPushButton(this), "PopupMessage", "ActionButton"))
+    , m_closeButton(NameChild(new QToolButton(this), "PopupMessage", "CloseButton"))
     , m_fade(new AnimatedOpacityEffect(this, kFadeIn, 0.0, 1.0, this, kFadeOut, true))
 {
     if (!NotificationType::IsValid(type)) {
@@ -120,19 +115,9 @@ void PopupMessage::SetType(NotificationType::Type type)
     if (type == m_type)
         return;
     m_type = type;
-    setProperty("NotificationType", NotificationType::Name(type));
     setAccessibleName(NotificationType::DisplayName(type));
-    // Style sheet rules on the property, for the toast and for its parts, apply only when
-    // they are polished again.
-    if (testAttribute(Qt::WA_WState_Polished)) {
-        style()->unpolish(this);
-        style()->polish(this);
-        UpdateDefaultLook();
-        for (QWidget* part : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
-            part->style()->unpolish(part);
-            part->style()->polish(part);
-        }
-    }
+    // Polished again, with its parts, so that rules on the property apply.
+    SetStyleProperty(this, "NotificationType", NotificationType::Name(type), testAttribute(Qt::WA_WState_Polished));
     UpdateIcon();
     update();
 }
@@ -360,13 +345,8 @@ bool PopupMessage::event(QEvent* event)
 void PopupMessage::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    if (!testAttribute(Qt::WA_StyleSheetTarget)) {
-        const QColor fill = NotificationType::DefaultColor(m_type);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(fill.darker(130));
-        painter.setBrush(fill);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius, kCornerRadius);
-    }
+    if (!testAttribute(Qt::WA_StyleSheetTarget))
+        PaintDefaultNotificationBackground(painter, rect(), m_type, kCornerRadius);
     QStyleOption option;
     option.initFrom(this);
     style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);

@@ -1,6 +1,7 @@
 #include <qt_halvo/widgets/window/title_bar.h>
 
 #include <qt_halvo/styles/style_sheet.h>
+#include <qt_halvo/utilities/child_names_p.h>
 #include <qt_halvo/utilities/logging_p.h>
 #include <qt_halvo/widgets/window/frameless_window.h>
 
@@ -22,17 +23,10 @@ namespace {
 
 constexpr int kIconSize = 16;
 
-void Name(QWidget* child, const char* role)
-{
-    const QString name = QString::fromLatin1(role);
-    child->setObjectName(name);
-    child->setAccessibleName(QStringLiteral("TitleBar_") + name);
-}
-
 QToolButton* CreateButton(QWidget* parent, const char* role, const QIcon& icon)
 {
     auto* button = new QToolButton(parent);
-    Name(button, role);
+    NameChild(button, "TitleBar", role);
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::NoFocus);
     button->setIcon(icon);
@@ -89,12 +83,12 @@ TitleBar::TitleBar(QWidget* parent)
     layout->setSpacing(6);
 
     m_icon = new QLabel(this);
-    Name(m_icon, "Icon");
+    NameChild(m_icon, "TitleBar", "Icon");
     m_icon->setFixedSize(kIconSize, kIconSize);
     layout->addWidget(m_icon);
 
     m_title = new QLabel(this);
-    Name(m_title, "Title");
+    NameChild(m_title, "TitleBar", "Title");
     m_title->setTextFormat(Qt::PlainText);
     m_title->setMinimumWidth(0);
     m_title->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -102,7 +96,7 @@ TitleBar::TitleBar(QWidget* parent)
     layout->addWidget(m_title, 1);
 
     m_hostWidgets = new QWidget(this);
-    Name(m_hostWidgets, "HostWidgets");
+    NameChild(m_hostWidgets, "TitleBar", "HostWidgets");
     m_hostLayout = new QHBoxLayout(m_hostWidgets);
     m_hostLayout->setContentsMargins(0, 0, 0, 0);
     m_hostLayout->setSpacing(6);

@@ -300,7 +300,6 @@ void FramelessWindow::SetMaximized(bool maximized)
         }
         return;
     }
-    m_maximizeCheck->stop();
     if (m_emulatedMaximize) {
         m_emulatedMaximize = false;
         setGeometry(m_restoreGeometry);
@@ -338,9 +337,7 @@ void FramelessWindow::CheckMaximized()
     if (width() * 10 >= available.width() * 9 && height() * 10 >= available.height() * 9)
         return;
     QTH_LOG_INFO("FramelessWindow: the window manager did not maximise the window; it is maximised by hand");
-    const QRect before = m_restoreGeometry;
     EmulateMaximize();
-    m_restoreGeometry = before;
 }
 
 void FramelessWindow::ReportMaximized()
@@ -478,9 +475,12 @@ bool FramelessWindow::HandleResizeEvent(QEvent* event)
             SetResizeCursor(ResizeEdgesAt(static_cast<QEnterEvent*>(event)->localPos()));
         return false;
     case QEvent::Leave:
+        // Qt holds a leave back while a button is down and delivers it on the release.
+        SetResizeCursor({});
+        return false;
     case QEvent::Hide:
-        if (!m_resizeEdges || event->type() == QEvent::Hide)
-            SetResizeCursor({});
+        m_resizeEdges = {};
+        SetResizeCursor({});
         return false;
     default:
         return false;
@@ -608,12 +608,6 @@ QPixmap FramelessWindow::ShadowPixmap(int width, const QColor& color)
         painter.fillRect(QRect(width, width, side - 2 * width, side - 2 * width), Qt::transparent);
     }
     return QPixmap::fromImage(image);
-}
-
-void FramelessWindow::resizeEvent(QResizeEvent* event)
-{
-    QWidget::resizeEvent(event);
-    update();
 }
 
 } // namespace OrvantaQT

@@ -109,7 +109,6 @@ protected:
     bool nativeEvent(const QByteArray& eventType, void* message, long* result) override;
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void UpdateFrame();

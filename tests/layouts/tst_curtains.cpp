@@ -131,19 +131,9 @@ private Q_SLOTS:
         auto* curtain = new CurtainWidget(place.container);
         auto* later = new QPushButton(place.container); // over the hidden curtain until it comes
         // Every height the curtain takes: none between nothing and all.
-        QVector<int> heights;
-        struct Sizes : QObject
-        {
-            QVector<int>* heights;
-            bool eventFilter(QObject* watched, QEvent* event) override
-            {
-                if (event->type() == QEvent::Resize)
-                    *heights << static_cast<QWidget*>(watched)->height();
-                return false;
-            }
-        } sizes;
-        sizes.heights = &heights;
-        curtain->installEventFilter(&sizes);
+        TestSupport::HeightLog sizes;
+        QVector<int>& heights = sizes.heights;
+        sizes.Watch(curtain);
         if (beforeTheEventLoop) {
             curtain->ShowCurtain();
             QCOMPARE(curtain->GetPosition(), 1.0);

@@ -6,18 +6,6 @@ using OrvantaQT::FlowLayout;
 
 Q_DECLARE_METATYPE(QMargins)
 
-// A spacing metric of 7 for parents, and push buttons 3 apart across and 2 down.
-class SpacingStyle : public QProxyStyle
-{
-public:
-    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override
-    {
-        return metric == PM_LayoutHorizontalSpacing || metric == PM_LayoutVerticalSpacing ? 7 : QProxyStyle::pixelMetric(metric, option, widget);
-    }
-    int layoutSpacing(QSizePolicy::ControlType, QSizePolicy::ControlType, Qt::Orientation orientation, const QStyleOption*,
-                      const QWidget*) const override { return orientation == Qt::Horizontal ? 3 : 2; }
-};
-
 static QVector<QRect> Row(QPoint start, QSize size, int count)
 {
     QVector<QRect> row;
@@ -84,7 +72,7 @@ private Q_SLOTS:
         QFETCH(bool, widgets);
         QFETCH(QSize, gaps);
         QFETCH(int, logged);
-        SpacingStyle style;
+        TestSupport::SpacingStyle style;
         QWidget container;
         container.setStyle(&style);
         auto* flow = new FlowLayout(parented ? &container : nullptr, stored.width(), stored.height());

@@ -20,18 +20,6 @@ private:
     bool m_hfw;
 };
 
-// A spacing metric of 7 for parents, and push buttons 3 apart across and 2 down.
-class SpacingStyle : public QProxyStyle
-{
-public:
-    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override
-    {
-        return metric == PM_LayoutHorizontalSpacing || metric == PM_LayoutVerticalSpacing ? 7 : QProxyStyle::pixelMetric(metric, option, widget);
-    }
-    int layoutSpacing(QSizePolicy::ControlType, QSizePolicy::ControlType, Qt::Orientation orientation, const QStyleOption*,
-                      const QWidget*) const override { return orientation == Qt::Horizontal ? 3 : 2; }
-};
-
 // An item without a widget that takes room and gaps, as a nested layout does.
 class Block : public QSpacerItem
 {
@@ -328,7 +316,7 @@ private Q_SLOTS:
         QFETCH(QSize, gaps);
         QFETCH(int, spacing);
         QFETCH(QStringList, logged);
-        SpacingStyle style;
+        TestSupport::SpacingStyle style;
         QWidget container;
         container.setStyle(&style);
         auto* layout = new UniversalLayout(parent == "widget" ? &container : nullptr, stored.width(), stored.height());

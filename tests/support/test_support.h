@@ -75,6 +75,44 @@ public:
     }
 };
 
+// A spacing metric of 7 for parents, and push buttons 3 apart across and 2 down: layouts
+// that ask the style for their spacing.
+class SpacingStyle : public QProxyStyle
+{
+public:
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override
+    {
+        return metric == PM_LayoutHorizontalSpacing || metric == PM_LayoutVerticalSpacing
+            ? 7
+            : QProxyStyle::pixelMetric(metric, option, widget);
+    }
+    int layoutSpacing(QSizePolicy::ControlType, QSizePolicy::ControlType, Qt::Orientation orientation,
+                      const QStyleOption*, const QWidget*) const override
+    {
+        return orientation == Qt::Horizontal ? 3 : 2;
+    }
+};
+
+// Every height a widget takes, in order, from the moment it is installed:
+//   HeightLog sizes(pane);  ...  QVERIFY(sizes.heights.size() > 3);
+class HeightLog : public QObject
+{
+public:
+    explicit HeightLog(QWidget* widget = nullptr) { Watch(widget); }
+    void Watch(QWidget* widget)
+    {
+        if (widget)
+            widget->installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Resize)
+            heights << static_cast<QWidget*>(watched)->height();
+        return false;
+    }
+    QVector<int> heights;
+};
+
 // The timer events the object gets while the event loop runs for this long.
 int TimerEvents(QObject* object, int milliseconds);
 

@@ -381,18 +381,8 @@ private Q_SLOTS:
         TestSupport::StillStyle still;
         NotificationWidget& notification = *host.notification;
         notification.SetText(QStringLiteral("Saved."));
-        QVector<int> heights;
-        struct Sizes : QObject
-        {
-            QVector<int>* heights;
-            bool eventFilter(QObject* watched, QEvent* event) override
-            {
-                if (event->type() == QEvent::Resize)
-                    *heights << static_cast<QWidget*>(watched)->height();
-                return false;
-            }
-        } sizes;
-        sizes.heights = &heights;
+        TestSupport::HeightLog sizes;
+        QVector<int>& heights = sizes.heights;
         TestSupport::SignalLog log(&notification, {"Shown()", "Shown(bool)", "Hidden()", "Hidden(bool)"});
         if (how == QLatin1String("early")) {
             notification.AnimatedShow();
@@ -405,7 +395,7 @@ private Q_SLOTS:
             if (how == QLatin1String("still"))
                 notification.setStyle(&still);
             QVERIFY(TestSupport::ShowAndWait(&host.window));
-            notification.installEventFilter(&sizes);
+            sizes.Watch(&notification);
             if (how == QLatin1String("finish")) {
                 notification.AnimatedShow();
                 QTRY_VERIFY(notification.GetPosition() > 0.1);

@@ -35,16 +35,27 @@ namespace {
 
 constexpr int kBurst = 1000;
 
-// A form of 10 rows of a label, a field and a button: 30 widgets.
-void AddForm(QWidget* window)
+// An 800 × 600 window with a form of 10 rows of a label, a field and a button (30
+// widgets), shown, and its queue of messages.
+struct FormWindow
 {
-    auto* grid = new QGridLayout(window);
-    for (int row = 0; row < 10; ++row) {
-        grid->addWidget(new QLabel(QStringLiteral("Field %1").arg(row + 1)), row, 0);
-        grid->addWidget(new QLineEdit(QStringLiteral("value of field %1").arg(row + 1)), row, 1);
-        grid->addWidget(new QPushButton(QStringLiteral("Change %1").arg(row + 1)), row, 2);
+    QWidget window;
+    PopupMessageQueue* queue = nullptr;
+
+    FormWindow()
+    {
+        window.setFixedSize(800, 600);
+        auto* grid = new QGridLayout(&window);
+        for (int row = 0; row < 10; ++row) {
+            grid->addWidget(new QLabel(QStringLiteral("Field %1").arg(row + 1)), row, 0);
+            grid->addWidget(new QLineEdit(QStringLiteral("value of field %1").arg(row + 1)), row, 1);
+            grid->addWidget(new QPushButton(QStringLiteral("Change %1").arg(row + 1)), row, 2);
+        }
+        window.show();
+        if (QTest::qWaitForWindowExposed(&window))
+            queue = PopupMessageQueue::ForWindow(&window);
     }
-}
+};
 
 QStringList Texts(bool identical)
 {
@@ -112,12 +123,9 @@ void BenchPopupMessage::burst_data()
 void BenchPopupMessage::burst()
 {
     QFETCH(bool, identical);
-    QWidget window;
-    window.resize(800, 600);
-    AddForm(&window);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    PopupMessageQueue* queue = PopupMessageQueue::ForWindow(&window);
+    FormWindow form;
+    QVERIFY(form.queue);
+    PopupMessageQueue* queue = form.queue;
     const QStringList texts = Texts(identical);
     Burst(queue, texts);
     QCOMPARE(queue->VisibleCount(), identical ? 1 : 3);
@@ -137,12 +145,9 @@ void BenchPopupMessage::burstAlone_data()
 void BenchPopupMessage::burstAlone()
 {
     QFETCH(bool, identical);
-    QWidget window;
-    window.resize(800, 600);
-    AddForm(&window);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    PopupMessageQueue* queue = PopupMessageQueue::ForWindow(&window);
+    FormWindow form;
+    QVERIFY(form.queue);
+    PopupMessageQueue* queue = form.queue;
     const QStringList texts = Texts(identical);
     QVector<double> bursts;
     QVector<double> empties;
@@ -180,12 +185,9 @@ void BenchPopupMessage::frame()
     QFETCH(int, toasts);
     QFETCH(bool, fading);
     QFETCH(QString, paint);
-    QWidget window;
-    window.setFixedSize(800, 600);
-    AddForm(&window);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    PopupMessageQueue* queue = PopupMessageQueue::ForWindow(&window);
+    FormWindow form;
+    QVERIFY(form.queue);
+    PopupMessageQueue* queue = form.queue;
     for (int i = 0; i < toasts; ++i)
         queue->Post(NotificationType::Type(i % 4), QStringLiteral("Toast number %1 says something short").arg(i + 1), 0);
     const QList<PopupMessage*> shown = queue->VisibleToasts();
@@ -216,16 +218,16 @@ void BenchPopupMessage::frame()
         QBENCHMARK {
             for (PopupMessage* toast : shown)
                 toast->update();
-            QCoreApplication::sendPostedEvents(&window, QEvent::UpdateRequest);
+            QCoreApplication::sendPostedEvents(&form.window, QEvent::UpdateRequest);
         }
     } else if (paint == QLatin1String("repaint")) {
         QBENCHMARK {
-            window.repaint();
+            form.window.repaint();
         }
     } else {
-        QImage image(window.size(), QImage::Format_ARGB32_Premultiplied);
+        QImage image(form.window.size(), QImage::Format_ARGB32_Premultiplied);
         QBENCHMARK {
-            window.render(&image);
+            form.window.render(&image);
         }
     }
 }

@@ -20,7 +20,7 @@ using OrvantaQT::PopupMessageQueue;
 
 namespace {
 
-QString Tr(const char* text)
+QString Translate(const char* text)
 {
     return QCoreApplication::translate("NotificationsPage", text);
 }
@@ -35,26 +35,26 @@ QWidget* CreateNotifications(QWidget* parent)
 
     auto* information = new NotificationWidget(
         NotificationType::Information,
-        Tr("A new version is ready. <a href=\"notes\">Read what changed</a> before you restart."), demo);
+        Translate("A new version is ready. <a href=\"notes\">Read what changed</a> before you restart."), demo);
     information->setObjectName(QStringLiteral("InformationNotification"));
     QObject::connect(information, &NotificationWidget::LinkActivated, log,
-                     [log](const QString& link) { log->setText(Tr("Link: %1").arg(link)); });
+                     [log](const QString& link) { log->setText(Translate("Link: %1").arg(link)); });
 
-    auto* positive = new NotificationWidget(NotificationType::Positive, Tr("The file was moved to the archive."), demo);
+    auto* positive = new NotificationWidget(NotificationType::Positive, Translate("The file was moved to the archive."), demo);
     positive->setObjectName(QStringLiteral("PositiveNotification"));
-    auto* undo = new QAction(Tr("Undo"), positive);
-    QObject::connect(undo, &QAction::triggered, log, [log] { log->setText(Tr("Undo pressed")); });
+    auto* undo = new QAction(Translate("Undo"), positive);
+    QObject::connect(undo, &QAction::triggered, log, [log] { log->setText(Translate("Undo pressed")); });
     positive->AddAction(undo);
 
     auto* warning = new NotificationWidget(
-        NotificationType::Warning, Tr("The connection is slow; pictures are loaded at a lower quality for now."), demo);
+        NotificationType::Warning, Translate("The connection is slow; pictures are loaded at a lower quality for now."), demo);
     warning->setObjectName(QStringLiteral("WarningNotification"));
-    auto* retry = new QAction(Tr("Retry"), warning);
-    QObject::connect(retry, &QAction::triggered, log, [log] { log->setText(Tr("Retry pressed")); });
+    auto* retry = new QAction(Translate("Retry"), warning);
+    QObject::connect(retry, &QAction::triggered, log, [log] { log->setText(Translate("Retry pressed")); });
     warning->AddAction(retry);
 
     auto* error = new NotificationWidget(NotificationType::Error,
-                                         Tr("The settings could not be saved: the disk is full."), demo);
+                                         Translate("The settings could not be saved: the disk is full."), demo);
     error->setObjectName(QStringLiteral("ErrorNotification"));
     error->SetCloseButtonVisible(false);
 
@@ -65,9 +65,9 @@ QWidget* CreateNotifications(QWidget* parent)
     }
 
     auto* buttons = new QHBoxLayout;
-    auto* toggle = CreateButton(Tr("Hide them"), "ToggleNotificationsButton", demo, true);
+    auto* toggle = CreateButton(Translate("Hide them"), "ToggleNotificationsButton", demo, true);
     QObject::connect(toggle, &QPushButton::toggled, demo, [all, toggle](bool hide) {
-        toggle->setText(hide ? Tr("Show them") : Tr("Hide them"));
+        toggle->setText(hide ? Translate("Show them") : Translate("Hide them"));
         for (NotificationWidget* notification : all) {
             if (hide)
                 notification->AnimatedHide();
@@ -91,9 +91,9 @@ QWidget* CreateToasts(QWidget* parent)
     auto* position = new QComboBox(demo);
     position->setObjectName(QStringLiteral("ToastPosition"));
     const QList<QPair<QString, PopupMessage::Position>> positions = {
-        {Tr("Bottom right"), PopupMessage::BottomRight}, {Tr("Bottom left"), PopupMessage::BottomLeft},
-        {Tr("Bottom centre"), PopupMessage::BottomCenter}, {Tr("Top right"), PopupMessage::TopRight},
-        {Tr("Top left"), PopupMessage::TopLeft},         {Tr("Top centre"), PopupMessage::TopCenter},
+        {Translate("Bottom right"), PopupMessage::BottomRight}, {Translate("Bottom left"), PopupMessage::BottomLeft},
+        {Translate("Bottom centre"), PopupMessage::BottomCenter}, {Translate("Top right"), PopupMessage::TopRight},
+        {Translate("Top left"), PopupMessage::TopLeft},         {Translate("Top centre"), PopupMessage::TopCenter},
     };
     for (const auto& entry : positions)
         position->addItem(entry.first, int(entry.second));
@@ -105,31 +105,31 @@ QWidget* CreateToasts(QWidget* parent)
                 queue->SetPosition(PopupMessage::Position(position->currentData().toInt()));
             QAction* action = nullptr;
             if (withAction)
-                action = new QAction(Tr("Open"), demo);
+                action = new QAction(Translate("Open"), demo);
             switch (type) {
             case NotificationType::Information:
-                PopupMessage::Post(demo, type, Tr("Message %1 arrived.").arg(++number), 5000, action);
+                PopupMessage::Post(demo, type, Translate("Message %1 arrived.").arg(++number), 5000, action);
                 break;
             case NotificationType::Positive:
-                PopupMessage::Post(demo, type, Tr("Saved."), 4000);
+                PopupMessage::Post(demo, type, Translate("Saved."), 4000);
                 break;
             case NotificationType::Warning:
-                PopupMessage::Post(demo, type, Tr("The battery is low."), 6000);
+                PopupMessage::Post(demo, type, Translate("The battery is low."), 6000);
                 break;
             case NotificationType::Error:
-                PopupMessage::Post(demo, type, Tr("The printer does not answer."), 0);
+                PopupMessage::Post(demo, type, Translate("The printer does not answer."), 0);
                 break;
             }
         });
         return button;
     };
-    row->addWidget(post("PostInformationButton", Tr("Message"), NotificationType::Information, true));
-    row->addWidget(post("PostPositiveButton", Tr("Saved"), NotificationType::Positive, false));
-    row->addWidget(post("PostWarningButton", Tr("Warning"), NotificationType::Warning, false));
-    row->addWidget(post("PostErrorButton", Tr("Error"), NotificationType::Error, false));
+    row->addWidget(post("PostInformationButton", Translate("Message"), NotificationType::Information, true));
+    row->addWidget(post("PostPositiveButton", Translate("Saved"), NotificationType::Positive, false));
+    row->addWidget(post("PostWarningButton", Translate("Warning"), NotificationType::Warning, false));
+    row->addWidget(post("PostErrorButton", Translate("Error"), NotificationType::Error, false));
     row->addStretch(1);
     auto* where = new QHBoxLayout;
-    where->addWidget(CreateSecondaryText(Tr("Where they appear:"), demo));
+    where->addWidget(CreateSecondaryText(Translate("Where they appear:"), demo));
     where->addWidget(position);
     where->addStretch(1);
     rows->addLayout(where);
@@ -140,16 +140,16 @@ QWidget* CreateToasts(QWidget* parent)
 
 QWidget* CreateNotificationsPage()
 {
-    ScrollingPage scrolling = CreateScrollingPage("NotificationsPage", Tr("Notifications"));
+    ScrollingPage scrolling = CreateScrollingPage("NotificationsPage", Translate("Notifications"));
     QWidget* content = scrolling.content;
     scrolling.layout->addWidget(CreateSection(
-        "NotificationSection", Tr("Notification bar"),
-        Tr("NotificationWidget: an inline message of one of four types, with links, actions and a close button, "
+        "NotificationSection", Translate("Notification bar"),
+        Translate("NotificationWidget: an inline message of one of four types, with links, actions and a close button, "
            "shown and hidden by sliding its height; screen readers hear it as an alert."),
         CreateNotifications(content), content));
     scrolling.layout->addWidget(CreateSection(
-        "ToastSection", Tr("Popup messages"),
-        Tr("PopupMessage: short messages over a corner or an edge of the window, at most three at a time; the "
+        "ToastSection", Translate("Popup messages"),
+        Translate("PopupMessage: short messages over a corner or an edge of the window, at most three at a time; the "
            "rest wait, a repeated message is counted, and a message waits longer while the pointer is on it."),
         CreateToasts(content), content));
     scrolling.layout->addStretch(1);

@@ -22,7 +22,7 @@ using OrvantaQT::FramelessWindow;
 
 namespace {
 
-QString Tr(const char* text)
+QString Translate(const char* text)
 {
     return QCoreApplication::translate("WindowPage", text);
 }
@@ -34,21 +34,21 @@ FramelessWindow* CreateDemoWindow(QWidget* page)
     auto* window = new FramelessWindow;
     window->setObjectName(QStringLiteral("DemoFramelessWindow"));
     window->setAttribute(Qt::WA_DeleteOnClose);
-    window->setWindowTitle(Tr("Frameless window with a title bar of the library"));
+    window->setWindowTitle(Translate("Frameless window with a title bar of the library"));
     window->setWindowIcon(page->style()->standardIcon(QStyle::SP_DesktopIcon));
 
     auto* search = new QLineEdit;
     search->setObjectName(QStringLiteral("TitleSearch"));
-    search->setPlaceholderText(Tr("Search"));
+    search->setPlaceholderText(Translate("Search"));
     search->setFixedWidth(160);
     window->GetTitleBar()->AddWidget(search);
     auto* menuButton = new QToolButton;
     menuButton->setObjectName(QStringLiteral("TitleMenuButton"));
-    menuButton->setText(Tr("Menu"));
+    menuButton->setText(Translate("Menu"));
     menuButton->setPopupMode(QToolButton::InstantPopup);
     auto* menu = new QMenu(menuButton);
-    menu->addAction(Tr("Maximise or restore"), window, &FramelessWindow::ToggleMaximized);
-    menu->addAction(Tr("Close"), window, &QWidget::close);
+    menu->addAction(Translate("Maximise or restore"), window, &FramelessWindow::ToggleMaximized);
+    menu->addAction(Translate("Close"), window, &QWidget::close);
     menuButton->setMenu(menu);
     window->GetTitleBar()->AddWidget(menuButton);
 
@@ -56,7 +56,7 @@ FramelessWindow* CreateDemoWindow(QWidget* page)
     content->setObjectName(QStringLiteral("DemoContent"));
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(20, 16, 20, 20);
-    layout->addWidget(CreateText(Tr("Drag the title bar to move the window and its edges or corners to resize "
+    layout->addWidget(CreateText(Translate("Drag the title bar to move the window and its edges or corners to resize "
                                     "it; double-click the title bar to maximise it. The search field and the "
                                     "menu keep their clicks."),
                                  content));
@@ -65,8 +65,8 @@ FramelessWindow* CreateDemoWindow(QWidget* page)
     layout->addWidget(state);
     layout->addStretch(1);
     auto* buttons = new QHBoxLayout;
-    auto* save = CreateButton(Tr("Save geometry"), "SaveGeometryButton", content);
-    auto* restore = CreateButton(Tr("Restore geometry"), "RestoreGeometryButton", content);
+    auto* save = CreateButton(Translate("Save geometry"), "SaveGeometryButton", content);
+    auto* restore = CreateButton(Translate("Restore geometry"), "RestoreGeometryButton", content);
     restore->setEnabled(false);
     buttons->addWidget(save);
     buttons->addWidget(restore);
@@ -79,12 +79,12 @@ FramelessWindow* CreateDemoWindow(QWidget* page)
         *saved = window->SaveGeometry();
         restore->setEnabled(true);
         const QRect g = window->geometry();
-        state->setText(Tr("Saved: %1 × %2 at %3, %4%5")
+        state->setText(Translate("Saved: %1 × %2 at %3, %4%5")
                            .arg(g.width())
                            .arg(g.height())
                            .arg(g.x())
                            .arg(g.y())
-                           .arg(window->IsMaximized() ? Tr(", maximised") : QString()));
+                           .arg(window->IsMaximized() ? Translate(", maximised") : QString()));
     });
     QObject::connect(restore, &QPushButton::clicked, window, [window, saved] { window->RestoreGeometry(*saved); });
     window->resize(560, 320);
@@ -95,13 +95,13 @@ FramelessWindow* CreateDemoWindow(QWidget* page)
 
 QWidget* CreateWindowPage()
 {
-    ScrollingPage scrolling = CreateScrollingPage("WindowPage", Tr("Window chrome"));
+    ScrollingPage scrolling = CreateScrollingPage("WindowPage", Translate("Window chrome"));
     QWidget* content = scrolling.content;
 
     auto* demo = new QWidget;
     auto* row = new QHBoxLayout(demo);
     row->setContentsMargins(0, 0, 0, 0);
-    auto* open = CreateButton(Tr("Open a frameless window"), "OpenFramelessButton", demo);
+    auto* open = CreateButton(Translate("Open a frameless window"), "OpenFramelessButton", demo);
     row->addWidget(open);
     row->addStretch(1);
     auto window = std::make_shared<QPointer<FramelessWindow>>();
@@ -116,8 +116,8 @@ QWidget* CreateWindowPage()
         (*window)->activateWindow();
     });
     scrolling.layout->addWidget(CreateSection(
-        "FramelessSection", Tr("Frameless window and title bar"),
-        Tr("FramelessWindow draws its own frame: a one-pixel border, or a drop shadow where the window system "
+        "FramelessSection", Translate("Frameless window and title bar"),
+        Translate("FramelessWindow draws its own frame: a one-pixel border, or a drop shadow where the window system "
            "composites. Its TitleBar shows the icon, the elided title, the host's widgets and the three buttons. "
            "Moving and resizing go through the window system where it offers them and are done by hand where it "
            "does not; maximising is emulated where the window manager ignores it, and the geometry is saved in "

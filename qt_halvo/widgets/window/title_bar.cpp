@@ -401,16 +401,6 @@ void TitleBar::mouseMoveEvent(QMouseEvent* event)
     event->accept();
 }
 
-void TitleBar::mouseReleaseEvent(QMouseEvent* event)
-{
-    if (m_drag == Drag::None) {
-        QWidget::mouseReleaseEvent(event);
-        return;
-    }
-    m_drag = Drag::None;
-    event->accept();
-}
-
 void TitleBar::mouseDoubleClickEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton || !OnCaption(event->pos())) {

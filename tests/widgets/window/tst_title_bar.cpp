@@ -294,6 +294,21 @@ private Q_SLOTS:
         QVERIFY2(w.SettledAt(before.translated(drag)), qPrintable(Describe(w.window->geometry())));
     }
 
+    // Moved by hand, the window stays put for a shaky click, under the start distance, and
+    // then follows the whole drag; a window manager's move follows it from the press.
+    void shortDragOnTheCaption()
+    {
+        TestWindow w{Frameless};
+        QVERIFY(w.Show());
+        const QRect before = w.window->geometry();
+        const QPoint start = w.Caption();
+        const QPoint shaky(3, 2);
+        QVERIFY(shaky.manhattanLength() < QApplication::startDragDistance());
+        TestSupport::RealDrag(start, start + shaky, 2);
+        const QRect expected = TestSupport::WindowManagerRuns() ? before.translated(shaky) : before;
+        QVERIFY2(w.SettledAt(expected), qPrintable(Describe(w.window->geometry())));
+    }
+
     // A press on a host widget or a button of the bar keeps the window where it is, however
     // far the pointer goes: moved by the test afterwards, the window makes that move alone.
     void dragOnAControlDoesNotMove_data()

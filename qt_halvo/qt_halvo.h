@@ -57,6 +57,14 @@
 #include <qt_halvo/utilities/decorated_border.h>
 #include <qt_halvo/utilities/hidpi_utils.h>
 #include <qt_halvo/utilities/paint_utilities.h>
+#include <qt_halvo/widgets/containers/button_container.h>
+#include <qt_halvo/widgets/containers/focus_policy_controller.h>
+#include <qt_halvo/widgets/containers/icon_with_label.h>
+#include <qt_halvo/widgets/containers/scroll_area_controller.h>
+#include <qt_halvo/widgets/containers/scrollable_transparent_widget.h>
+#include <qt_halvo/widgets/containers/selectable_container.h>
+#include <qt_halvo/widgets/containers/transparent_widget.h>
+#include <qt_halvo/widgets/containers/widget_group_helper.h>
 #include <qt_halvo/widgets/input/button_line_edit.h>
 #include <qt_halvo/widgets/input/combo_box_helpers.h>
 #include <qt_halvo/widgets/input/combo_box_item_renderer.h>
@@ -68,6 +76,11 @@
 #include <qt_halvo/widgets/input/default_combo_box_item_renderer.h>
 #include <qt_halvo/widgets/input/email_validation.h>
 #include <qt_halvo/widgets/input/search_box.h>
+#include <qt_halvo/widgets/navigation/tab_bar.h>
+#include <qt_halvo/widgets/navigation/tab_pages.h>
+#include <qt_halvo/widgets/navigation/tool_bar.h>
+#include <qt_halvo/widgets/navigation/tool_bar_button.h>
+#include <qt_halvo/widgets/navigation/two_buttons.h>
 #include <qt_halvo/widgets/text/autoresized_text.h>
 #include <qt_halvo/widgets/text/clickable_label.h>
 #include <qt_halvo/widgets/text/expanding_label.h>

@@ -2,13 +2,17 @@
 //   - the busy animation strips: 12 frames of a ring of eight dots whose bright dot moves
 //     round, at 16 pixels (preloader_animation_16.png) and at 32 (@2x);
 //   - the search box's button background, three bands stacked (hovered, pressed, normal),
-//     and its magnifier, history arrow and cancel cross.
+//     and its magnifier, history arrow and cancel cross;
+//   - the tool bar's background, and the bands of its buttons and of the two-button pair
+//     (hovered, pressed or selected, normal), cut with 6-pixel borders.
 //   draw_images <folder>
 
 #include <QtCore/QDir>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
+#include <QtCore/QPair>
+#include <QtCore/QVector>
 
 #include <cmath>
 
@@ -101,6 +105,51 @@ QImage Cancel()
     return image;
 }
 
+// Bands of width × height stacked from the top, each a rounded rectangle of its fill and
+// border; a transparent border leaves the band's edge out.
+QImage Bands(int width, int height, const QVector<QPair<QColor, QColor>>& bands)
+{
+    QImage image(width, height * bands.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (int i = 0; i < bands.size(); ++i) {
+        painter.setPen(bands[i].second.alpha() ? QPen(bands[i].second) : QPen(Qt::NoPen));
+        painter.setBrush(bands[i].first);
+        painter.drawRoundedRect(QRectF(0.5, i * height + 0.5, width - 1, height - 1), 4, 4);
+    }
+    return image;
+}
+
+QImage ToolBarBackground()
+{
+    QImage image(32, 32, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QLinearGradient fill(0, 0, 0, 32);
+    fill.setColorAt(0, QColor(252, 253, 254));
+    fill.setColorAt(1, QColor(234, 238, 243));
+    painter.setPen(QColor(196, 203, 212));
+    painter.setBrush(fill);
+    painter.drawRoundedRect(QRectF(0.5, 0.5, 31, 31), 4, 4);
+    return image;
+}
+
+QImage ToolBarButton()
+{
+    return Bands(24, 24, {{QColor(226, 236, 249), QColor(160, 186, 222)},   // hovered
+                          {QColor(200, 218, 243), QColor(118, 154, 206)},   // pressed or selected
+                          {Qt::transparent, Qt::transparent}});             // normal: nothing
+}
+
+QImage TwoButtons()
+{
+    return Bands(48, 28, {{QColor(255, 255, 255), QColor(188, 196, 207)},   // normal
+                          {QColor(234, 242, 252), QColor(150, 180, 220)},   // hovered
+                          {QColor(206, 222, 244), QColor(110, 150, 205)}}); // pressed
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -112,6 +161,9 @@ int main(int argc, char** argv)
         && SearchButton().save(folder.filePath(QStringLiteral("search_box_button.png")))
         && Magnifier().save(folder.filePath(QStringLiteral("search_box_image_magnifier.png")))
         && Arrow().save(folder.filePath(QStringLiteral("search_box_image_arrow.png")))
-        && Cancel().save(folder.filePath(QStringLiteral("search_box_image_cancel.png")));
+        && Cancel().save(folder.filePath(QStringLiteral("search_box_image_cancel.png")))
+        && ToolBarBackground().save(folder.filePath(QStringLiteral("tool_bar_background.png")))
+        && ToolBarButton().save(folder.filePath(QStringLiteral("tool_bar_button.png")))
+        && TwoButtons().save(folder.filePath(QStringLiteral("two_buttons.png")));
     return written ? 0 : 1;
 }

@@ -1,0 +1,1 @@
+#include <qt_halvo/widgets/containers/focus_policy_controller.h>

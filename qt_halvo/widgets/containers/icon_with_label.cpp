@@ -1,0 +1,1 @@
+#include <qt_halvo/widgets/containers/icon_with_label.h>

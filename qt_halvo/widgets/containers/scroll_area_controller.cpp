@@ -1,0 +1,1 @@
+#include <qt_halvo/widgets/containers/scroll_area_controller.h>

@@ -1,0 +1,1 @@
+#include <qt_halvo/widgets/containers/scrollable_transparent_widget.h>

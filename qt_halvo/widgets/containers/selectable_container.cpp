@@ -1,0 +1,1 @@
+#include <qt_halvo/widgets/containers/selectable_container.h>

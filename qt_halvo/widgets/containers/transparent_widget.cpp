@@ -1,0 +1,1 @@
+#include <qt_halvo/widgets/containers/transparent_widget.h>

@@ -1,0 +1,1 @@
+#include <qt_halvo/widgets/containers/widget_group_helper.h>

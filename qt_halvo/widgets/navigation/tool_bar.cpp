@@ -1,0 +1,1 @@
+#include <qt_halvo/widgets/navigation/tool_bar.h>

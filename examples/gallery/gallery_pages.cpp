@@ -130,48 +130,62 @@ void ShowPicture(QWidget* popup, QWidget* page)
         new PopupPicture(popup, page);
 }
 
+namespace {
+
+//: Heading of a group of pages in the page list.
+QString Group(const char* name)
+{
+    return QCoreApplication::translate("Gallery", name);
+}
+
+} // namespace
+
 QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
 {
     return {
-        {QStringLiteral("overview"), QCoreApplication::translate("Gallery", "Overview"), CreateOverviewPage, 0, {}},
+        {QStringLiteral("overview"), QCoreApplication::translate("Gallery", "Overview"), CreateOverviewPage, 0, {},
+         Group(QT_TRANSLATE_NOOP("Gallery", "Start"))},
         //: Page list entry: the named values the gallery's stylesheet uses, and its colour table.
         {QStringLiteral("style_constants"), QCoreApplication::translate("Gallery", "Style constants"),
-         [&theme] { return CreateStyleConstantsPage(theme); }, 0, {}},
+         [&theme] { return CreateStyleConstantsPage(theme); }, 0, {}, Group(QT_TRANSLATE_NOOP("Gallery", "Start"))},
         //: Page list entry: the measured displays, the chosen scale factor and the graphics back-end.
-        {QStringLiteral("display"), QCoreApplication::translate("Gallery", "Display and scaling"), CreateDisplayPage, 0, {}},
+        {QStringLiteral("display"), QCoreApplication::translate("Gallery", "Display and scaling"), CreateDisplayPage, 0,
+         {}, Group(QT_TRANSLATE_NOOP("Gallery", "Start"))},
         //: Page list entry: the animated widgets and effects.
         {QStringLiteral("animation"), QCoreApplication::translate("Gallery", "Animation"), CreateAnimationPage, 0,
-         AnimationPageMoments()},
+         AnimationPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Animation"))},
         //: Page list entry: the collapsing pane and the expand animation.
         {QStringLiteral("expanding"), QCoreApplication::translate("Gallery", "Collapse and expand"),
-         CreateExpandingPage, 0, ExpandingPageMoments()},
+         CreateExpandingPage, 0, ExpandingPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Animation"))},
         //: Page list entry: the card, the sliding stack and the frame animations.
         {QStringLiteral("transitions"), QCoreApplication::translate("Gallery", "Page transitions"), CreateTransitionsPage,
-         0, TransitionsPageMoments()},
-        //: Page list entry: the flow layout, anchors and overlays.
-        {QStringLiteral("layouts"), QCoreApplication::translate("Gallery", "Layouts"), CreateLayoutsPage, 0,
-         LayoutsPageMoments()},
-        //: Page list entry: the hover overlay and the lightbox.
-        {QStringLiteral("overlays"), QCoreApplication::translate("Gallery", "Overlays"), CreateOverlaysPage, 0,
-         OverlaysPageMoments()},
-        //: Page list entry: tips and popups beside their widgets, a stuck menu, resizable panels.
-        {QStringLiteral("popups"), QCoreApplication::translate("Gallery", "Popups and containers"), CreatePopupsPage, 0,
-         PopupsPageMoments()},
+         0, TransitionsPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Animation"))},
         //: Page list entry: the busy ring, the tile and progress animations, the curtains and the message overlay.
         {QStringLiteral("busy"), QCoreApplication::translate("Gallery", "Busy and curtains"), CreateBusyPage, 200,
-         BusyPageMoments()},
+         BusyPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Animation"))},
+        //: Page list entry: the flow layout, anchors and overlays.
+        {QStringLiteral("layouts"), QCoreApplication::translate("Gallery", "Layouts"), CreateLayoutsPage, 0,
+         LayoutsPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Layout"))},
+        //: Page list entry: the hover overlay and the lightbox.
+        {QStringLiteral("overlays"), QCoreApplication::translate("Gallery", "Overlays"), CreateOverlaysPage, 0,
+         OverlaysPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Layout"))},
+        //: Page list entry: tips and popups beside their widgets, a stuck menu, resizable panels.
+        {QStringLiteral("popups"), QCoreApplication::translate("Gallery", "Popups and containers"), CreatePopupsPage, 0,
+         PopupsPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Layout"))},
         //: Page list entry: the text widgets.
-        {QStringLiteral("text"), QCoreApplication::translate("Gallery", "Text"), CreateTextPage, 0, TextPageMoments()},
+        {QStringLiteral("text"), QCoreApplication::translate("Gallery", "Text"), CreateTextPage, 0, TextPageMoments(),
+         Group(QT_TRANSLATE_NOOP("Gallery", "Text and input"))},
         //: Page list entry: the input widgets.
-        {QStringLiteral("input"), QCoreApplication::translate("Gallery", "Input"), CreateInputPage, 0, InputPageMoments()},
+        {QStringLiteral("input"), QCoreApplication::translate("Gallery", "Input"), CreateInputPage, 0, InputPageMoments(),
+         Group(QT_TRANSLATE_NOOP("Gallery", "Text and input"))},
         //: Page list entry: the frameless window and its title bar.
         {QStringLiteral("window"), QCoreApplication::translate("Gallery", "Window chrome"), CreateWindowPage, 0,
-         WindowPageMoments()},
+         WindowPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Windows and navigation"))},
         //: Page list entry: inline notifications and popup messages.
         {QStringLiteral("notifications"), QCoreApplication::translate("Gallery", "Notifications"),
-         CreateNotificationsPage, 0, NotificationsPageMoments()},
+         CreateNotificationsPage, 0, NotificationsPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Windows and navigation"))},
         //: Page list entry: the bar, pie and plot charts, tinted pictures and a decorated border.
         {QStringLiteral("charts"), QCoreApplication::translate("Gallery", "Charts"),
-         [&theme] { return CreateChartsPage(theme); }, 600, ChartsPageMoments()},
+         [&theme] { return CreateChartsPage(theme); }, 600, ChartsPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Charts"))},
     };
 }

@@ -28,6 +28,7 @@ struct GalleryPage
     std::function<QWidget*()> create;
     int settleMilliseconds = 0; // how long animations need before a picture is taken
     QVector<GalleryMoment> moments; // pictures taken after the first one, in this order
+    QString group; // the heading it is listed under; pages of one group follow each other
 };
 
 // Every page, in the order of the page list. Each family's page adds itself here.

@@ -7,6 +7,7 @@
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QStackedWidget>
+#include <QtWidgets/QStyle>
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
@@ -27,27 +28,52 @@ GalleryWindow::GalleryWindow(const QVector<GalleryPage>& pages, GalleryTheme& th
     // The list places its items once, by their sizes at that time: measured before the
     // sheet reaches the list, they would lack its padding and overlap.
     m_list->ensurePolished();
-    for (const GalleryPage& page : m_pages)
-        m_list->addItem(page.title);
+    FillList();
 
     auto* layout = new QHBoxLayout(this);
     layout->addWidget(CreateSidebar());
     layout->addWidget(m_stack, 1);
 
-    connect(m_list, &QListWidget::currentRowChanged, this, &GalleryWindow::ShowPage);
+    connect(m_list, &QListWidget::currentRowChanged, this, [this](int row) {
+        if (row >= 0 && row < m_pageOfRow.size() && m_pageOfRow[row] >= 0)
+            ShowPage(m_pageOfRow[row]);
+    });
     connect(m_themeSwitch, &QCheckBox::toggled, this, &GalleryWindow::OnThemeSwitched);
     connect(&m_theme, &GalleryTheme::Changed, this, &GalleryWindow::OnThemeChanged);
     OnThemeChanged();
     if (!m_pages.isEmpty())
-        m_list->setCurrentRow(0);
+        ShowPage(0);
+}
+
+// A heading row before the first page of each group; headings cannot be selected, and the
+// keys step over them.
+void GalleryWindow::FillList()
+{
+    QString group;
+    for (int i = 0; i < m_pages.size(); ++i) {
+        if (i == 0 || m_pages[i].group != group) {
+            group = m_pages[i].group;
+            auto* heading = new QListWidgetItem(group, m_list);
+            heading->setFlags(Qt::NoItemFlags);
+            QFont font = heading->font();
+            font.setBold(true);
+            heading->setFont(font);
+            m_pageOfRow.append(-1);
+        }
+        m_pageOfRow.append(i);
+        m_list->addItem(m_pages[i].title);
+    }
 }
 
 QWidget* GalleryWindow::CreateSidebar()
 {
     auto* sidebar = new QWidget(this);
     sidebar->setObjectName(QStringLiteral("Sidebar"));
-    // At least as wide as the longest title: a narrower list grows a scroll bar.
-    sidebar->setFixedWidth(std::max(200, m_list->sizeHintForColumn(0) + 2 * m_list->frameWidth()));
+    // At least as wide as the longest title beside the vertical scroll bar, which the list
+    // of groups needs in a short window: a narrower list would grow a horizontal one.
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    sidebar->setFixedWidth(std::max(200, m_list->sizeHintForColumn(0) + 2 * m_list->frameWidth()
+                                             + m_list->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, m_list)));
     m_themeSwitch->setObjectName(QStringLiteral("ThemeSwitch"));
 
     auto* layout = new QVBoxLayout(sidebar);
@@ -81,7 +107,7 @@ void GalleryWindow::ShowPage(int index)
         m_stack->addWidget(m_created[index]);
     }
     m_stack->setCurrentWidget(m_created[index]);
-    m_list->setCurrentRow(index);
+    m_list->setCurrentRow(int(m_pageOfRow.indexOf(index)));
 }
 
 void GalleryWindow::OnThemeSwitched(bool dark)

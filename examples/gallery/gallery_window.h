@@ -29,9 +29,11 @@ private Q_SLOTS:
 
 private:
     QWidget* CreateSidebar();
+    void FillList();
 
     QVector<GalleryPage> m_pages;
     QVector<QWidget*> m_created;
+    QVector<int> m_pageOfRow; // -1 for a group's heading
     GalleryTheme& m_theme;
     QListWidget* m_list = nullptr;
     QCheckBox* m_themeSwitch = nullptr;

@@ -1,1 +1,52 @@
 #include <qt_halvo/widgets/containers/transparent_widget.h>
+
+#include <QtCore/QEvent>
+
+namespace OrvantaQT {
+
+namespace {
+
+// What makes Qt paint a widget's background before its paint event: the fill from the
+// palette, and a style sheet's background (QStyleSheetStyle turns the styled background
+// on for plain widgets and frames).
+void ClearBackground(QWidget* widget)
+{
+    if (widget->autoFillBackground())
+        widget->setAutoFillBackground(false);
+    widget->setAttribute(Qt::WA_StyledBackground, false);
+}
+
+} // namespace
+
+TransparentWidget::TransparentWidget(QWidget* parent)
+    : QWidget(parent)
+{
+    ClearBackground(this);
+}
+
+TransparentWidget::~TransparentWidget() = default;
+
+bool TransparentWidget::event(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::Polish:
+    case QEvent::StyleChange:
+    case QEvent::PaletteChange:
+    case QEvent::Show:
+        ClearBackground(this);
+        break;
+    case QEvent::ParentChange: {
+        ClearBackground(this);
+        // A new owner may turn the fill on right after taking the widget, as
+        // QScrollArea::setWidget() does; undone before the next paint.
+        QMetaObject::invokeMethod(
+            this, [this] { ClearBackground(this); }, Qt::QueuedConnection);
+        break;
+    }
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+} // namespace OrvantaQT

@@ -48,6 +48,7 @@ public:
 
 private:
     QHBoxLayout* m_layout;
+    int m_spacing = -1;
 };
 
 } // namespace OrvantaQT

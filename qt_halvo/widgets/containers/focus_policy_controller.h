@@ -53,6 +53,7 @@ public Q_SLOTS:
 private:
     void TakeOutSubtree(QWidget* top);
     void TakeOutWidget(QWidget* widget);
+    void GiveBackAll();
     void ScheduleSweep();
     void MoveFocusOut();
     void OnWidgetDestroyed(QObject* widget);
@@ -60,8 +61,9 @@ private:
     QPointer<QWidget> m_root;
     bool m_focusable = true;
     bool m_sweepScheduled = false;
-    // The widgets this controller holds out, in the order taken.
-    QVector<QPointer<QWidget>> m_taken;
+    // The widgets this controller holds out, in the order taken; each leaves the list
+    // as it is destroyed.
+    QVector<QWidget*> m_taken;
 };
 
 } // namespace OrvantaQT

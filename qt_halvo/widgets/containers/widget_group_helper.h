@@ -37,8 +37,8 @@ public:
     // widget or a member already in the group is logged and refused (false). A selected
     // newcomer becomes current when none is, and is deselected otherwise.
     bool AddWidget(QWidget* member);
-    // The member leaves the group keeping its state, unless it was current: then it is
-    // deselected and the current member becomes none.
+    // The member leaves the group as it is; when it was current, the current member
+    // becomes none.
     void RemoveWidget(QWidget* member);
     QVector<QWidget*> Widgets() const;
 
@@ -73,11 +73,10 @@ private:
         bool deselectableBefore;
     };
     QVector<Member> m_members;
-    QPointer<QWidget> m_current;
+    // Always a member: cleared as a member is removed or destroyed.
+    QWidget* m_current = nullptr;
     QButtonGroup* m_buttons;
     bool m_noneAllowed = false;
-    // Guards against the reports of the deselections a change makes itself.
-    bool m_changing = false;
 };
 
 } // namespace OrvantaQT

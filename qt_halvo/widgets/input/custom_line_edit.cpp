@@ -3,6 +3,7 @@
 #include "right_align_combo_box_p.h"
 
 #include <qt_halvo/animation/movie_widget.h>
+#include <qt_halvo/widgets/containers/button_container.h>
 #include <qt_halvo/utilities/child_names_p.h>
 
 #include <QtGui/QFocusEvent>
@@ -35,21 +36,20 @@ CustomLineEdit::CustomLineEdit(QWidget* parent)
 
 CustomLineEdit::~CustomLineEdit() = default;
 
-QWidget* CustomLineEdit::CreateButtonContainer()
+ButtonContainer* CustomLineEdit::CreateButtonContainer()
 {
-    auto* container = NameChild(new QWidget(this), "CustomLineEdit", "ButtonContainer");
+    auto* container = NameChild(new ButtonContainer(this), "CustomLineEdit", "ButtonContainer");
     container->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     container->setAttribute(Qt::WA_MouseTracking);
     container->installEventFilter(this);
     m_buttonContainer = container;
 
-    auto* layout = new QHBoxLayout(container);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addStretch();
+    // The container's own row: no margins, no spacing, the stack pushed to the right.
+    container->SetSpacing(0);
+    container->AddStretch();
     m_stackedWidget = new QStackedWidget(container);
     m_stackedWidget->setAccessibleName(QStringLiteral("CustomLineEdit_StackedWidget"));
-    layout->addWidget(m_stackedWidget);
+    container->AddButton(m_stackedWidget);
 
     m_staticLabel = NameChild(new QLabel, "CustomLineEdit", "StaticLabel");
     m_staticLabel->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

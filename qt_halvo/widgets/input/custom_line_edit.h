@@ -11,6 +11,7 @@ class QToolButton;
 
 namespace OrvantaQT {
 
+class ButtonContainer;
 class MovieWidget;
 class RightAlignComboBox;
 
@@ -68,7 +69,7 @@ private Q_SLOTS:
     void SendStartEdit();
 
 private:
-    QWidget* CreateButtonContainer();
+    ButtonContainer* CreateButtonContainer();
     void CreateComboBox();
     void UpdateView();
     void OnReturnPressed();
@@ -78,7 +79,7 @@ private:
     QPointer<MovieWidget> m_movieWidget;
     QPointer<QToolButton> m_button;
     QPointer<QWidget> m_emptyPage;
-    QPointer<QWidget> m_buttonContainer;
+    QPointer<ButtonContainer> m_buttonContainer;
     QPointer<QStackedWidget> m_stackedWidget;
     RightAlignComboBox* m_comboBox = nullptr;
     int m_leftControlMode = 0;

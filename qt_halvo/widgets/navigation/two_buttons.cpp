@@ -1,1 +1,297 @@
 #include <qt_halvo/widgets/navigation/two_buttons.h>
+
+#include <qt_halvo/utilities/border_pixmap_painter.h>
+#include <qt_halvo/utilities/child_names_p.h>
+#include <qt_halvo/utilities/logging_p.h>
+
+#include <QtGui/QKeyEvent>
+#include <QtGui/QPainter>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOptionButton>
+
+namespace OrvantaQT {
+
+namespace {
+
+// The picture: three bands of kBand stacked (normal, hovered, pressed), cut with kBorder.
+const QSize kBand(48, 28);
+constexpr int kBorder = 6;
+constexpr int kNormalBand = 0;
+constexpr int kHoveredBand = 1;
+constexpr int kPressedBand = 2;
+
+QRect Band(int index)
+{
+    return QRect(QPoint(0, index * kBand.height()), kBand);
+}
+
+// A button whose bevel is the pair's: it paints its label and its focus only.
+class HalfButton : public QPushButton
+{
+public:
+    explicit HalfButton(QWidget* parent)
+        : QPushButton(parent)
+    {
+        // Enter belongs to the pair (accept), even inside a dialog.
+        setAutoDefault(false);
+        setDefault(false);
+        // The picture is light whatever the desktop's colours.
+        QPalette colours = palette();
+        colours.setColor(QPalette::ButtonText, QColor(0x20, 0x20, 0x20));
+        setPalette(colours);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        option.state &= ~(QStyle::State_Sunken | QStyle::State_On);
+        style()->drawControl(QStyle::CE_PushButtonLabel, &option, &painter, this);
+        if (option.state & QStyle::State_HasFocus) {
+            QStyleOptionFocusRect focus;
+            focus.QStyleOption::operator=(option);
+            focus.rect = rect().adjusted(3, 3, -3, -3);
+            focus.backgroundColor = Qt::white;
+            style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+        }
+    }
+};
+
+bool IsEnter(const QKeyEvent* event)
+{
+    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+}
+
+bool IsPlainKey(const QKeyEvent* event)
+{
+    return (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+}
+
+} // namespace
+
+TwoButtons::TwoButtons(QWidget* parent)
+    : QWidget(parent)
+    , m_accept(NameChild(new HalfButton(this), "TwoButtons", "AcceptButton"))
+    , m_reject(NameChild(new HalfButton(this), "TwoButtons", "RejectButton"))
+    , m_bands(QStringLiteral(":/two_buttons.png"))
+{
+    if (m_bands.isNull())
+        QTH_LOG_WARNING("TwoButtons: the picture :/two_buttons.png is missing; the pair has no background");
+    else // the divider takes the colour of the picture's edge
+        m_divider = m_bands.toImage().pixelColor(0, kBand.height() / 2);
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+    for (QPushButton* button : {m_accept, m_reject}) {
+        button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+        button->installEventFilter(this);
+        connect(button, &QPushButton::pressed, this, qOverload<>(&QWidget::update));
+        connect(button, &QPushButton::released, this, qOverload<>(&QWidget::update));
+    }
+    connect(m_accept, &QPushButton::clicked, this, &TwoButtons::Accept);
+    connect(m_reject, &QPushButton::clicked, this, &TwoButtons::Reject);
+    UpdateTexts();
+    PlaceButtons();
+}
+
+TwoButtons::~TwoButtons() = default;
+
+QString TwoButtons::GetAcceptText() const
+{
+    return m_accept->text();
+}
+
+void TwoButtons::SetAcceptText(const QString& text)
+{
+    if (text == m_acceptText)
+        return;
+    m_acceptText = text;
+    UpdateTexts();
+}
+
+void TwoButtons::ResetAcceptText()
+{
+    SetAcceptText(QString());
+}
+
+QString TwoButtons::GetRejectText() const
+{
+    return m_reject->text();
+}
+
+void TwoButtons::SetRejectText(const QString& text)
+{
+    if (text == m_rejectText)
+        return;
+    m_rejectText = text;
+    UpdateTexts();
+}
+
+void TwoButtons::ResetRejectText()
+{
+    SetRejectText(QString());
+}
+
+QPushButton* TwoButtons::AcceptButton() const
+{
+    return m_accept;
+}
+
+QPushButton* TwoButtons::RejectButton() const
+{
+    return m_reject;
+}
+
+bool TwoButtons::IsAcceptFirst() const
+{
+    return m_acceptFirst;
+}
+
+QSize TwoButtons::sizeHint() const
+{
+    const QSize accept = m_accept->sizeHint();
+    const QSize reject = m_reject->sizeHint();
+    // Halves of one width, as one joined control.
+    return QSize(2 * qMax(accept.width(), reject.width()), qMax(accept.height(), reject.height()));
+}
+
+QSize TwoButtons::minimumSizeHint() const
+{
+    const QSize accept = m_accept->minimumSizeHint();
+    const QSize reject = m_reject->minimumSizeHint();
+    return QSize(2 * qMax(accept.width(), reject.width()), qMax(accept.height(), reject.height()));
+}
+
+void TwoButtons::Accept()
+{
+    Q_EMIT Accepted();
+}
+
+void TwoButtons::Reject()
+{
+    Q_EMIT Rejected();
+}
+
+bool TwoButtons::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_accept || watched == m_reject) {
+        switch (event->type()) {
+        case QEvent::Enter:
+        case QEvent::Leave:
+            update();
+            break;
+        case QEvent::ShortcutOverride: {
+            // The pair's keys before the window's shortcuts, as a dialog's buttons have them.
+            auto* key = static_cast<QKeyEvent*>(event);
+            if (IsPlainKey(key) && (IsEnter(key) || key->key() == Qt::Key_Escape))
+                key->accept();
+            break;
+        }
+        default:
+            break;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void TwoButtons::changeEvent(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::StyleChange:
+    case QEvent::LayoutDirectionChange:
+        PlaceButtons();
+        break;
+    case QEvent::LanguageChange:
+        UpdateTexts();
+        break;
+    default:
+        break;
+    }
+    QWidget::changeEvent(event);
+}
+
+void TwoButtons::keyPressEvent(QKeyEvent* event)
+{
+    // Keys come here from the focused button, which leaves Enter and Escape alone.
+    if (IsPlainKey(event) && IsEnter(event)) {
+        Accept();
+        return;
+    }
+    if (IsPlainKey(event) && event->key() == Qt::Key_Escape) {
+        Reject();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void TwoButtons::paintEvent(QPaintEvent*)
+{
+    if (m_bands.isNull())
+        return;
+    if (m_background.isNull() || m_background.devicePixelRatioF() != devicePixelRatioF())
+        RebuildBackground();
+    QPainter painter(this);
+    painter.drawPixmap(0, 0, m_background);
+    for (QPushButton* button : {m_accept, m_reject}) {
+        const int band = button->isDown() ? kPressedBand : button->underMouse() ? kHoveredBand : -1;
+        if (band < 0 || !button->isEnabled())
+            continue;
+        // The whole pair's shape in that band, kept to the button's half: its outer
+        // corners round, the inner edge straight against the other half.
+        painter.save();
+        painter.setClipRect(button->geometry());
+        DrawBorderPixmap(&painter, rect(), m_bands, Band(band), QMargins(kBorder, kBorder, kBorder, kBorder));
+        painter.restore();
+    }
+    painter.fillRect(QRect(qMax(m_accept->x(), m_reject->x()), 0, 1, height()), m_divider);
+}
+
+void TwoButtons::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    m_background = QPixmap();
+    PlaceButtons();
+}
+
+void TwoButtons::UpdateTexts()
+{
+    m_accept->setText(m_acceptText.isEmpty() ? tr("OK") : m_acceptText);
+    m_reject->setText(m_rejectText.isEmpty() ? tr("Cancel") : m_rejectText);
+    updateGeometry();
+}
+
+void TwoButtons::PlaceButtons()
+{
+    const auto layout = static_cast<QDialogButtonBox::ButtonLayout>(
+        style()->styleHint(QStyle::SH_DialogButtonLayout, nullptr, this));
+    // Where QDialogButtonBox puts AcceptRole and RejectRole: accept before reject for
+    // Windows and KDE, after it for macOS, GNOME and Android.
+    const bool acceptFirst = layout == QDialogButtonBox::WinLayout || layout == QDialogButtonBox::KdeLayout;
+    QPushButton* first = acceptFirst ? m_accept : m_reject;
+    QPushButton* second = acceptFirst ? m_reject : m_accept;
+    const int half = width() / 2;
+    first->setGeometry(QStyle::visualRect(layoutDirection(), rect(), QRect(0, 0, half, height())));
+    second->setGeometry(QStyle::visualRect(layoutDirection(), rect(), QRect(half, 0, width() - half, height())));
+    if (acceptFirst != m_acceptFirst) {
+        m_acceptFirst = acceptFirst;
+        setTabOrder(first, second);
+        setFocusProxy(first);
+    } else if (!focusProxy()) {
+        setFocusProxy(first);
+    }
+    update();
+}
+
+void TwoButtons::RebuildBackground()
+{
+    const qreal ratio = devicePixelRatioF();
+    m_background = QPixmap(size() * ratio);
+    m_background.setDevicePixelRatio(ratio);
+    m_background.fill(Qt::transparent);
+    QPainter painter(&m_background);
+    DrawBorderPixmap(&painter, rect(), m_bands, Band(kNormalBand), QMargins(kBorder, kBorder, kBorder, kBorder));
+}
+
+} // namespace OrvantaQT

@@ -2,6 +2,7 @@
 
 #include <qt_halvo/qt_halvo_global.h>
 
+#include <QtGui/QColor>
 #include <QtGui/QPixmap>
 #include <QtWidgets/QWidget>
 
@@ -73,6 +74,7 @@ private:
     QString m_rejectText;
     bool m_acceptFirst = true;
     QPixmap m_bands;
+    QColor m_divider;
     // The normal band stretched over the whole pair at its size.
     QPixmap m_background;
 };

@@ -1,1 +1,833 @@
 #include <qt_halvo/widgets/navigation/tool_bar.h>
+
+#include <qt_halvo/utilities/border_pixmap_painter.h>
+#include <qt_halvo/utilities/child_names_p.h>
+#include <qt_halvo/utilities/logging_p.h>
+#include <qt_halvo/widgets/navigation/tool_bar_button.h>
+#include <qt_halvo/widgets/navigation/tool_bar_picture_p.h>
+
+#include <QtGui/QActionEvent>
+#include <QtGui/QPainter>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOption>
+#include <QtWidgets/QWidgetAction>
+
+#include <algorithm>
+
+namespace OrvantaQT {
+
+namespace {
+
+const char kDefaultImage[] = ":/tool_bar_background.png";
+constexpr int kDefaultBorder = 6;
+// Inside the picture's one-pixel border and clear of its rounded corners.
+constexpr int kDefaultMargin = 3;
+
+// The line between groups of items, drawn by the style as QToolBar's is.
+class Separator : public QWidget
+{
+public:
+    explicit Separator(QWidget* parent)
+        : QWidget(parent)
+    {
+        NameChild(this, "ToolBar", "Separator");
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    }
+
+    QSize sizeHint() const override
+    {
+        QStyleOption option;
+        option.initFrom(this);
+        const int extent = style()->pixelMetric(QStyle::PM_ToolBarSeparatorExtent, &option, this);
+        return QSize(extent, extent);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        QStyleOption option;
+        option.initFrom(this);
+        option.state |= QStyle::State_Horizontal; // the bar's orientation
+        style()->drawPrimitive(QStyle::PE_IndicatorToolBarSeparator, &option, &painter, this);
+    }
+};
+
+QSize PreferredSize(const QWidget* widget)
+{
+    QSize hint = widget->sizeHint();
+    if (!hint.isValid())
+        hint = widget->minimumSizeHint().expandedTo(QSize(0, 0));
+    return hint.expandedTo(widget->minimumSize()).boundedTo(widget->maximumSize());
+}
+
+} // namespace
+
+ToolBar::ToolBar(QWidget* parent)
+    : QWidget(parent)
+    , m_overflowButton(NameChild(new ToolBarButton(this), "ToolBar", "OverflowButton"))
+    , m_overflowMenu(NameChild(new QMenu(this), "ToolBar", "OverflowMenu"))
+    , m_imagePath(QLatin1String(kDefaultImage))
+    , m_image(LoadToolBarPicture(m_imagePath, "ToolBar"))
+    , m_borders(kDefaultBorder, kDefaultBorder, kDefaultBorder, kDefaultBorder)
+{
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setContentsMargins(kDefaultMargin, kDefaultMargin, kDefaultMargin, kDefaultMargin);
+
+    m_overflowButton->setFocusPolicy(Qt::NoFocus);
+    m_overflowButton->setPopupMode(QToolButton::InstantPopup);
+    m_overflowButton->setMenu(m_overflowMenu);
+    m_overflowButton->SetMenuIndicatorVisible(false); // the icon says it already
+    m_overflowButton->setToolTip(tr("More"));
+    m_overflowButton->setAccessibleDescription(tr("More"));
+    m_overflowButton->setIcon(style()->standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton, nullptr, this));
+    m_overflowButton->hide();
+    ApplyIconSize();
+
+    connect(m_overflowMenu, &QMenu::aboutToShow, this, &ToolBar::SyncProxies);
+    connect(m_overflowMenu, &QMenu::triggered, this, [this](QAction* action) {
+        // A proxy clicks its button, which reports the click itself.
+        const bool proxy = std::any_of(m_items.cbegin(), m_items.cend(),
+                                       [action](const Item& item) { return item.proxy == action; });
+        if (!proxy)
+            Q_EMIT ActionTriggered(action);
+    });
+}
+
+ToolBar::~ToolBar()
+{
+    for (const Item& item : qAsConst(m_items)) {
+        if (item.widget)
+            disconnect(item.widget, &QObject::destroyed, this, &ToolBar::OnWidgetDestroyed);
+        // A QWidgetAction's widget goes back to its action, as from a QToolBar.
+        auto* widgetAction = qobject_cast<QWidgetAction*>(item.action.data());
+        if (item.kind == Kind::Custom && widgetAction && item.widget && !item.entry)
+            widgetAction->releaseWidget(item.widget);
+    }
+}
+
+ToolBarButton* ToolBar::AddAction(QAction* action)
+{
+    if (!action) {
+        QTH_LOG_WARNING("ToolBar: no action to add");
+        return nullptr;
+    }
+    addAction(action);
+    return ButtonForAction(action);
+}
+
+ToolBarButton* ToolBar::AddAction(const QString& text)
+{
+    return AddAction(new QAction(text, this));
+}
+
+ToolBarButton* ToolBar::AddAction(const QIcon& icon, const QString& text)
+{
+    return AddAction(new QAction(icon, text, this));
+}
+
+ToolBarButton* ToolBar::InsertAction(QAction* before, QAction* action)
+{
+    if (!action) {
+        QTH_LOG_WARNING("ToolBar: no action to insert");
+        return nullptr;
+    }
+    insertAction(before, action);
+    return ButtonForAction(action);
+}
+
+ToolBarButton* ToolBar::AddMenu(QMenu* menu)
+{
+    if (!menu) {
+        QTH_LOG_WARNING("ToolBar: no menu to add");
+        return nullptr;
+    }
+    return AddAction(menu->menuAction());
+}
+
+QAction* ToolBar::AddSeparator()
+{
+    auto* separator = new QAction(this);
+    separator->setSeparator(true);
+    addAction(separator);
+    return separator;
+}
+
+QAction* ToolBar::AddWidget(QWidget* widget)
+{
+    if (!widget) {
+        QTH_LOG_WARNING("ToolBar: no widget to add");
+        return nullptr;
+    }
+    auto* action = new QWidgetAction(this);
+    action->setDefaultWidget(widget);
+    addAction(action);
+    return action;
+}
+
+ToolBarButton* ToolBar::AddButton(ToolBarButton* button)
+{
+    if (!button) {
+        QTH_LOG_WARNING("ToolBar: no button to add");
+        return nullptr;
+    }
+    auto* owner = qobject_cast<ToolBar*>(button->parentWidget());
+    if (button == m_overflowButton || (owner && owner->ActionForButton(button))) {
+        QTH_LOG_WARNING("ToolBar: the button is already on a tool bar");
+        return nullptr;
+    }
+    QAction* action = button->defaultAction();
+    if (action && IndexOf(action) >= 0) {
+        QTH_LOG_WARNING("ToolBar: the button's action \"%s\" is already on the bar", qPrintable(action->text()));
+        return nullptr;
+    }
+    if (!action)
+        action = new QAction(button->icon(), button->text(), this);
+    m_adopting = button;
+    addAction(action);
+    m_adopting = nullptr;
+    return button;
+}
+
+QWidget* ToolBar::WidgetForAction(QAction* action) const
+{
+    const int index = IndexOf(action);
+    return index >= 0 ? m_items.at(index).widget.data() : nullptr;
+}
+
+ToolBarButton* ToolBar::ButtonForAction(QAction* action) const
+{
+    const int index = IndexOf(action);
+    return index >= 0 ? m_items.at(index).button.data() : nullptr;
+}
+
+QAction* ToolBar::ActionForButton(ToolBarButton* button) const
+{
+    if (!button)
+        return nullptr;
+    for (const Item& item : m_items) {
+        if (item.button == button)
+            return item.action;
+    }
+    return nullptr;
+}
+
+QVector<QAction*> ToolBar::OverflowActions() const
+{
+    QVector<QAction*> actions;
+    for (int i = m_overflowFrom; i < m_items.size(); ++i) {
+        QAction* entry = m_items.at(i).entry;
+        if (entry && entry->isVisible())
+            actions << entry;
+    }
+    return actions;
+}
+
+ToolBarButton* ToolBar::OverflowButton() const
+{
+    return m_overflowButton;
+}
+
+QMenu* ToolBar::OverflowMenu() const
+{
+    return m_overflowMenu;
+}
+
+QString ToolBar::GetBackgroundImage() const
+{
+    return m_imagePath;
+}
+
+void ToolBar::SetBackgroundImage(const QString& path)
+{
+    if (path == m_imagePath)
+        return;
+    m_imagePath = path;
+    m_image = LoadToolBarPicture(path, "ToolBar");
+    update();
+}
+
+QMargins ToolBar::GetBackgroundBorders() const
+{
+    return m_borders;
+}
+
+void ToolBar::SetBackgroundBorders(const QMargins& borders)
+{
+    if (borders == m_borders || !AreToolBarBordersValid(borders, "ToolBar"))
+        return;
+    m_borders = borders;
+    update();
+}
+
+int ToolBar::GetBackgroundBorder() const
+{
+    return m_borders.left();
+}
+
+void ToolBar::SetBackgroundBorder(int border)
+{
+    SetBackgroundBorders(QMargins(border, border, border, border));
+}
+
+int ToolBar::GetSpacing() const
+{
+    return m_spacing >= 0 ? m_spacing : style()->pixelMetric(QStyle::PM_ToolBarItemSpacing, nullptr, this);
+}
+
+void ToolBar::SetSpacing(int spacing)
+{
+    if (spacing < 0) {
+        QTH_LOG_WARNING("ToolBar: a negative spacing (%d) ignored", spacing);
+        return;
+    }
+    if (spacing == m_spacing)
+        return;
+    m_spacing = spacing;
+    ItemsChanged();
+}
+
+void ToolBar::ResetSpacing()
+{
+    if (m_spacing < 0)
+        return;
+    m_spacing = -1;
+    ItemsChanged();
+}
+
+QSize ToolBar::GetIconSize() const
+{
+    if (m_iconSize.isValid())
+        return m_iconSize;
+    const int extent = style()->pixelMetric(QStyle::PM_ToolBarIconSize, nullptr, this);
+    return QSize(extent, extent);
+}
+
+void ToolBar::SetIconSize(const QSize& size)
+{
+    if (size == m_iconSize)
+        return;
+    m_iconSize = size;
+    ApplyIconSize();
+    ItemsChanged();
+}
+
+void ToolBar::ResetIconSize()
+{
+    SetIconSize(QSize());
+}
+
+Qt::ToolButtonStyle ToolBar::GetToolButtonStyle() const
+{
+    return m_toolButtonStyle;
+}
+
+void ToolBar::SetToolButtonStyle(Qt::ToolButtonStyle style)
+{
+    if (style == m_toolButtonStyle)
+        return;
+    m_toolButtonStyle = style;
+    for (const Item& item : qAsConst(m_items)) {
+        if (item.button)
+            item.button->setToolButtonStyle(style);
+    }
+    ItemsChanged();
+}
+
+QSize ToolBar::sizeHint() const
+{
+    MeasureItems();
+    int height = m_overflowHint.height();
+    for (const Item& item : m_items) {
+        if (IsShown(item))
+            height = std::max(height, item.hint.height());
+    }
+    const QMargins margins = contentsMargins();
+    return QSize(ItemsWidth() + margins.left() + margins.right(), height + margins.top() + margins.bottom());
+}
+
+QSize ToolBar::minimumSizeHint() const
+{
+    MeasureItems();
+    const QMargins margins = contentsMargins();
+    return QSize(m_overflowHint.width() + margins.left() + margins.right(), sizeHint().height());
+}
+
+bool ToolBar::event(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::LayoutRequest:
+        // Showing and hiding items asks too; only new sizes matter.
+        if (Remeasure()) {
+            updateGeometry();
+            Relayout();
+        }
+        return true;
+    case QEvent::Show:
+        // Hidden, the items asked for no layout when they changed.
+        m_measured = false;
+        Relayout();
+        break;
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+void ToolBar::actionEvent(QActionEvent* event)
+{
+    QAction* action = event->action();
+    switch (event->type()) {
+    case QEvent::ActionAdded: {
+        const int before = IndexOf(event->before());
+        InsertItem(before >= 0 ? before : m_items.size(), action);
+        ItemsChanged();
+        break;
+    }
+    case QEvent::ActionChanged: {
+        const int index = IndexOf(action);
+        if (index >= 0 && index >= m_overflowFrom && m_items.at(index).proxy)
+            SyncProxy(m_items.at(index));
+        // Shown or hidden, or a new text for a button hidden in the overflow menu.
+        if (index >= 0)
+            ItemsChanged();
+        break;
+    }
+    case QEvent::ActionRemoved: {
+        const int index = IndexOf(action);
+        if (index >= 0) {
+            RemoveItem(index);
+            ItemsChanged();
+        }
+        break;
+    }
+    default:
+        break;
+    }
+    QWidget::actionEvent(event);
+}
+
+void ToolBar::changeEvent(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::StyleChange:
+        m_overflowButton->setIcon(style()->standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton, nullptr, this));
+        if (!m_iconSize.isValid())
+            ApplyIconSize();
+        ItemsChanged();
+        break;
+    case QEvent::LayoutDirectionChange:
+        Relayout();
+        break;
+    default:
+        break;
+    }
+    QWidget::changeEvent(event);
+}
+
+void ToolBar::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    if (testAttribute(Qt::WA_StyleSheetTarget)) {
+        QStyleOption option;
+        option.initFrom(this);
+        style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+        return;
+    }
+    if (!m_image.isNull())
+        DrawBorderPixmap(&painter, rect(), m_image, m_image.rect(), m_borders);
+}
+
+void ToolBar::resizeEvent(QResizeEvent*)
+{
+    Relayout();
+}
+
+void ToolBar::InsertItem(int index, QAction* action)
+{
+    Item item;
+    item.action = action;
+    auto* widgetAction = qobject_cast<QWidgetAction*>(action);
+    if (m_adopting) {
+        item.button = m_adopting;
+        m_adopting->setParent(this);
+        SetupButton(m_adopting, false);
+        if (!m_adopting->defaultAction()) {
+            // The bar's own action stands for the button in the overflow menu.
+            item.proxy = action;
+            connect(action, &QAction::triggered, this, &ToolBar::OnProxyTriggered);
+            connect(m_adopting, &QAbstractButton::clicked, this,
+                    [this, action] { Q_EMIT ActionTriggered(action); });
+        }
+        item.widget = m_adopting;
+    } else if (action->isSeparator()) {
+        item.kind = Kind::Separator;
+        item.widget = new Separator(this);
+    } else if (QWidget* widget = widgetAction ? widgetAction->requestWidget(this) : nullptr) {
+        item.kind = Kind::Custom;
+        item.widget = widget;
+    } else {
+        // A QWidgetAction that gives no widget gets a button, as in QToolBar.
+        auto* button = new ToolBarButton(action, this);
+        if (action->menu())
+            button->setPopupMode(QToolButton::InstantPopup);
+        SetupButton(button, true);
+        item.button = button;
+        item.widget = button;
+    }
+    connect(item.widget, &QObject::destroyed, this, &ToolBar::OnWidgetDestroyed, Qt::UniqueConnection);
+    item.widget->hide(); // shown where it fits
+
+    const int count = m_items.size();
+    m_items.insert(index, item);
+    if (index < m_overflowFrom || m_overflowFrom == count) {
+        ++m_overflowFrom;
+        return;
+    }
+    // Among the items in the overflow menu: there until the bar lays out again.
+    MeasureItem(m_items[index]);
+    MoveToMenu(m_items[index], index + 1 < m_items.size() ? m_items.at(index + 1).entry.data() : nullptr);
+    Q_EMIT OverflowChanged();
+}
+
+void ToolBar::RemoveItem(int index)
+{
+    const Item item = m_items.takeAt(index);
+    if (index < m_overflowFrom) {
+        --m_overflowFrom;
+    } else if (item.entry) {
+        // The menu gives a QWidgetAction's widget back to its action.
+        m_overflowMenu->removeAction(item.entry);
+        if (item.proxy && item.proxy != item.action)
+            item.proxy->setMenu(nullptr);
+        Q_EMIT OverflowChanged();
+    }
+    if (item.widget)
+        disconnect(item.widget, &QObject::destroyed, this, &ToolBar::OnWidgetDestroyed);
+    if (item.kind == Kind::Custom) {
+        // Deleted with its action, or in the menu and already given back.
+        auto* widgetAction = qobject_cast<QWidgetAction*>(item.action.data());
+        if (widgetAction && item.widget && !item.entry)
+            widgetAction->releaseWidget(item.widget);
+    } else if (item.widget) {
+        item.widget->hide();
+        // Later: the action being removed may be in its destructor, still using it.
+        item.widget->deleteLater();
+    }
+    if (item.proxy)
+        item.proxy->deleteLater();
+}
+
+int ToolBar::IndexOf(const QAction* action) const
+{
+    if (!action)
+        return -1;
+    for (int i = 0; i < m_items.size(); ++i) {
+        if (m_items.at(i).action == action)
+            return i;
+    }
+    return -1;
+}
+
+bool ToolBar::IsShown(const Item& item) const
+{
+    return item.action && item.action->isVisible() && item.hint.isValid() && (item.widget || item.entry);
+}
+
+void ToolBar::MeasureItem(const Item& item) const
+{
+    // A QWidgetAction's widget in the menu keeps the size it had on the bar.
+    if (!item.widget || item.widget->parentWidget() != this)
+        return;
+    item.hint = PreferredSize(item.widget);
+    const QSizePolicy policy = item.widget->sizePolicy();
+    item.expanding = policy.horizontalPolicy() & QSizePolicy::ExpandFlag;
+    item.growsVertically = policy.verticalPolicy() & QSizePolicy::GrowFlag;
+}
+
+bool ToolBar::Remeasure()
+{
+    QVector<QSize> before;
+    before.reserve(m_items.size() + 1);
+    for (const Item& item : qAsConst(m_items))
+        before << item.hint;
+    before << m_overflowHint;
+    m_measured = false;
+    MeasureItems();
+    for (int i = 0; i < m_items.size(); ++i) {
+        if (m_items.at(i).hint != before.at(i))
+            return true;
+    }
+    return m_overflowHint != before.last();
+}
+
+void ToolBar::MeasureItems() const
+{
+    if (m_measured)
+        return;
+    for (const Item& item : m_items)
+        MeasureItem(item);
+    m_overflowHint = PreferredSize(m_overflowButton);
+    m_measured = true;
+}
+
+int ToolBar::ItemsWidth() const
+{
+    int width = 0;
+    int shown = 0;
+    for (const Item& item : m_items) {
+        if (IsShown(item)) {
+            width += item.hint.width();
+            ++shown;
+        }
+    }
+    return width + std::max(0, shown - 1) * GetSpacing();
+}
+
+void ToolBar::Relayout()
+{
+    if (m_inRelayout)
+        return;
+    m_inRelayout = true;
+    MeasureItems();
+    const QRect area = contentsRect();
+    const int spacing = GetSpacing();
+    const int count = m_items.size();
+    const int total = ItemsWidth();
+
+    // The first item that does not fit beside the overflow button, when not all fit.
+    int fit = count;
+    if (total > area.width()) {
+        const int limit = area.width() - m_overflowHint.width() - spacing;
+        int x = 0;
+        bool first = true;
+        for (int i = 0; i < count; ++i) {
+            const Item& item = m_items.at(i);
+            if (!IsShown(item))
+                continue;
+            const int end = x + (first ? 0 : spacing) + item.hint.width();
+            if (end > limit) {
+                fit = i;
+                break;
+            }
+            x = end;
+            first = false;
+        }
+    }
+    // Separators neither end the bar nor open the menu: those at the cut are hidden.
+    const auto isGap = [this](int i) {
+        return m_items.at(i).kind == Kind::Separator || !IsShown(m_items.at(i));
+    };
+    int barEnd = fit;
+    if (fit < count) {
+        while (barEnd > 0 && isGap(barEnd - 1))
+            --barEnd;
+    }
+    int from = fit;
+    while (from < count && isGap(from))
+        ++from;
+    SetOverflowFrom(from);
+
+    int expanding = 0;
+    for (int i = 0; i < barEnd; ++i) {
+        if (IsShown(m_items.at(i)) && m_items.at(i).expanding)
+            ++expanding;
+    }
+    int extra = from == count && expanding > 0 ? std::max(0, area.width() - total) : 0;
+
+    int x = area.left();
+    for (int i = 0; i < count; ++i) {
+        const Item& item = m_items.at(i);
+        QWidget* widget = item.widget;
+        if (!widget || widget->parentWidget() != this)
+            continue;
+        if (i >= barEnd || !IsShown(item)) {
+            if (!widget->isHidden())
+                widget->hide();
+            continue;
+        }
+        int width = item.hint.width();
+        if (item.expanding && expanding > 0) {
+            const int share = extra / expanding--;
+            width += share;
+            extra -= share;
+        }
+        const int height = item.growsVertically ? area.height() : std::min(item.hint.height(), area.height());
+        const QRect place(x, area.top() + (area.height() - height) / 2, width, height);
+        const QRect geometry = QStyle::visualRect(layoutDirection(), rect(), place);
+        if (widget->geometry() != geometry)
+            widget->setGeometry(geometry);
+        if (widget->isHidden())
+            widget->show();
+        x += width + spacing;
+    }
+
+    if (from < count) {
+        const QRect place(area.right() + 1 - m_overflowHint.width(), area.top(), m_overflowHint.width(), area.height());
+        const QRect geometry = QStyle::visualRect(layoutDirection(), rect(), place);
+        if (m_overflowButton->geometry() != geometry)
+            m_overflowButton->setGeometry(geometry);
+        if (m_overflowButton->isHidden())
+            m_overflowButton->show();
+    } else if (!m_overflowButton->isHidden()) {
+        m_overflowButton->hide();
+    }
+    m_inRelayout = false;
+}
+
+void ToolBar::SetOverflowFrom(int from)
+{
+    if (from == m_overflowFrom)
+        return;
+    if (from < m_overflowFrom) {
+        QAction* before = m_overflowFrom < m_items.size() ? m_items.at(m_overflowFrom).entry.data() : nullptr;
+        for (int i = from; i < m_overflowFrom; ++i)
+            MoveToMenu(m_items[i], before);
+    } else {
+        for (int i = m_overflowFrom; i < from; ++i)
+            MoveToBar(m_items[i]);
+    }
+    m_overflowFrom = from;
+    Q_EMIT OverflowChanged();
+}
+
+void ToolBar::MoveToMenu(Item& item, QAction* before)
+{
+    QAction* entry = EntryFor(item);
+    if (!entry)
+        return;
+    if (item.kind == Kind::Custom) {
+        // Released, the default widget is free for the menu to take.
+        auto* widgetAction = qobject_cast<QWidgetAction*>(item.action.data());
+        if (widgetAction && item.widget)
+            widgetAction->releaseWidget(item.widget);
+        item.widget = nullptr;
+    } else if (item.widget && !item.widget->isHidden()) {
+        item.widget->hide();
+    }
+    m_overflowMenu->insertAction(before, entry);
+    item.entry = entry;
+}
+
+void ToolBar::MoveToBar(Item& item)
+{
+    if (item.entry) {
+        m_overflowMenu->removeAction(item.entry);
+        if (item.proxy && item.proxy != item.action)
+            item.proxy->setMenu(nullptr); // gives the menu its own menu action back
+        item.entry = nullptr;
+    }
+    if (item.kind != Kind::Custom)
+        return;
+    auto* widgetAction = qobject_cast<QWidgetAction*>(item.action.data());
+    QWidget* widget = widgetAction ? widgetAction->requestWidget(this) : nullptr;
+    item.widget = widget;
+    if (!widget)
+        return;
+    connect(widget, &QObject::destroyed, this, &ToolBar::OnWidgetDestroyed, Qt::UniqueConnection);
+    widget->hide();
+    MeasureItem(item);
+}
+
+QAction* ToolBar::EntryFor(Item& item)
+{
+    if (!item.button)
+        return item.action;
+    // A menu the action does not carry goes into the overflow menu on a proxy.
+    QMenu* menu = item.button->menu();
+    if (!item.proxy && menu && (!item.action || item.action->menu() != menu)) {
+        item.proxy = new QAction(this);
+        connect(item.proxy, &QAction::triggered, this, &ToolBar::OnProxyTriggered);
+    }
+    if (!item.proxy)
+        return item.action;
+    SyncProxy(item);
+    return item.proxy;
+}
+
+void ToolBar::SyncProxy(const Item& item)
+{
+    if (!item.proxy || !item.button)
+        return;
+    ToolBarButton* button = item.button;
+    QAction* proxy = item.proxy;
+    // Each setter that changes something reports it to the bar: only changes are set.
+    proxy->setText(button->text());
+    if (proxy->icon().cacheKey() != button->icon().cacheKey())
+        proxy->setIcon(button->icon());
+    proxy->setToolTip(button->toolTip());
+    proxy->setEnabled(button->isEnabled());
+    proxy->setCheckable(button->isCheckable());
+    proxy->setChecked(button->isChecked());
+    if (proxy != item.action) {
+        proxy->setVisible(!item.action || item.action->isVisible());
+        if (proxy->menu() != button->menu())
+            proxy->setMenu(button->menu());
+    }
+}
+
+void ToolBar::SyncProxies()
+{
+    for (int i = m_overflowFrom; i < m_items.size(); ++i)
+        SyncProxy(m_items.at(i));
+}
+
+void ToolBar::SetupButton(ToolBarButton* button, bool madeHere)
+{
+    button->setIconSize(GetIconSize());
+    button->setToolButtonStyle(m_toolButtonStyle);
+    if (madeHere)
+        button->setFocusPolicy(Qt::NoFocus); // as QToolBar's buttons
+    connect(button, &QToolButton::triggered, this, &ToolBar::ActionTriggered);
+}
+
+void ToolBar::ApplyIconSize()
+{
+    const QSize size = GetIconSize();
+    m_overflowButton->setIconSize(size);
+    for (const Item& item : qAsConst(m_items)) {
+        if (item.button)
+            item.button->setIconSize(size);
+    }
+}
+
+void ToolBar::ItemsChanged()
+{
+    m_measured = false;
+    updateGeometry();
+    Relayout();
+}
+
+void ToolBar::OnWidgetDestroyed()
+{
+    // A button or a separator deleted from outside takes its item along; the action
+    // stays the caller's. A QWidgetAction's item stays, empty, for its action.
+    bool changed = false;
+    for (int i = m_items.size() - 1; i >= 0; --i) {
+        const Item& item = m_items.at(i);
+        if (item.widget || item.kind == Kind::Custom)
+            continue;
+        QAction* ownAction = item.proxy == item.action ? item.action.data() : nullptr;
+        RemoveItem(i);
+        if (ownAction)
+            removeAction(ownAction);
+        changed = true;
+    }
+    if (changed)
+        ItemsChanged();
+}
+
+void ToolBar::OnProxyTriggered()
+{
+    QObject* proxy = sender();
+    for (const Item& item : qAsConst(m_items)) {
+        if (item.proxy == proxy && item.button) {
+            item.button->click();
+            SyncProxy(item);
+            return;
+        }
+    }
+}
+
+} // namespace OrvantaQT

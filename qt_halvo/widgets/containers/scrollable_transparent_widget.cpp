@@ -45,13 +45,12 @@ bool ScrollableTransparentWidget::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == viewport()) {
         switch (event->type()) {
-        case QEvent::ChildAdded: {
+        case QEvent::ChildAdded:
             // setWidget() turns the content's fill on after it takes it; undone before the
             // next paint.
             QMetaObject::invokeMethod(
                 this, [this] { ClearBackground(widget()); }, Qt::QueuedConnection);
             break;
-        }
         case QEvent::ChildPolished:
             ClearBackground(widget());
             break;
@@ -64,6 +63,8 @@ bool ScrollableTransparentWidget::eventFilter(QObject* watched, QEvent* event)
 
 bool ScrollableTransparentWidget::event(QEvent* event)
 {
+    // After QScrollArea's handling: its Polish is where the style polishes the area.
+    const bool result = QScrollArea::event(event);
     switch (event->type()) {
     case QEvent::Polish:
     case QEvent::StyleChange:
@@ -74,7 +75,7 @@ bool ScrollableTransparentWidget::event(QEvent* event)
     default:
         break;
     }
-    return QScrollArea::event(event);
+    return result;
 }
 
 } // namespace OrvantaQT

@@ -28,6 +28,8 @@ TransparentWidget::~TransparentWidget() = default;
 
 bool TransparentWidget::event(QEvent* event)
 {
+    // After QWidget's handling: its Polish is where the style polishes the widget.
+    const bool result = QWidget::event(event);
     switch (event->type()) {
     case QEvent::Polish:
     case QEvent::StyleChange:
@@ -35,18 +37,17 @@ bool TransparentWidget::event(QEvent* event)
     case QEvent::Show:
         ClearBackground(this);
         break;
-    case QEvent::ParentChange: {
+    case QEvent::ParentChange:
         ClearBackground(this);
         // A new owner may turn the fill on right after taking the widget, as
         // QScrollArea::setWidget() does; undone before the next paint.
         QMetaObject::invokeMethod(
             this, [this] { ClearBackground(this); }, Qt::QueuedConnection);
         break;
-    }
     default:
         break;
     }
-    return QWidget::event(event);
+    return result;
 }
 
 } // namespace OrvantaQT

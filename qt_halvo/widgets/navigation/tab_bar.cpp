@@ -347,6 +347,14 @@ void TabBar::OnCurrentChanged(int index)
 {
     m_lastChange = Change{m_shownIndex, index, count(), m_slidePending};
     m_shownIndex = index;
+    // Without tabs the bar may not be painted again; the next selector starts afresh.
+    if (index < 0)
+        m_painted = QRectF();
+    // QTabBar moves the dragged tab past the others as it goes; the selector stays on it.
+    if (m_dragging && index >= 0) {
+        update();
+        return;
+    }
     if (!isVisible() || m_painted.isEmpty() || index < 0 || EffectiveDuration() == 0) {
         StopSlide();
         update();
@@ -436,8 +444,9 @@ QRectF TabBar::AnchorRect() const
 
 void TabBar::PaintPill(QPainter* painter, const QRectF& rect)
 {
-    // In device pixels, where the pill's picture is drawn one to one.
-    const qreal ratio = devicePixelRatioF();
+    // In device pixels, where the pill's picture is drawn one to one; those of the device
+    // painted on, which a rendering into an image may choose.
+    const qreal ratio = painter->device()->devicePixelRatioF();
     const QRect target = QRectF(rect.topLeft() * ratio, rect.size() * ratio).toRect();
     if (target.isEmpty())
         return;

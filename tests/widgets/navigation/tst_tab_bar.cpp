@@ -1,8 +1,580 @@
+#include <qt_halvo/widgets/navigation/tab_bar.h>
+
 #include "test_support.h"
+
+using OrvantaQT::TabBar;
+
+namespace {
+
+const char* const kTitles[] = {"One", "Two", "Three", "Four", "Five"};
+
+// A window holding a bar of five tabs, shown or not, with slides long enough to act on.
+struct Host
+{
+    QWidget window;
+    QBoxLayout* layout = new QBoxLayout(QBoxLayout::TopToBottom, &window);
+    TabBar* bar = new TabBar;
+    explicit Host(QTabBar::Shape shape = QTabBar::RoundedNorth, TabBar::Shape selector = TabBar::Underline)
+    {
+        const bool vertical = shape == QTabBar::RoundedWest || shape == QTabBar::RoundedEast;
+        layout->setDirection(vertical ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+        layout->addWidget(bar);
+        layout->addStretch(1);
+        bar->setShape(shape);
+        bar->setFont(TestSupport::TestFont());
+        bar->setDrawBase(false);
+        bar->SetSelectorShape(selector);
+        bar->SetDuration(600);
+        for (const char* title : kTitles)
+            bar->addTab(QLatin1String(title));
+        window.resize(520, 300);
+    }
+    bool Show() { return TestSupport::ShowAndWait(&window); }
+    bool Rests() { return QTest::qWaitFor([this] { return !bar->IsSelectorMoving(); }); }
+    QPoint TabCentre(int index) const { return bar->tabRect(index).center(); }
+};
+
+// Where the selector belongs on the current tab: an underline on the edge towards the
+// pages, as thick as set, or a pill inset by the margin.
+QRect Resting(const TabBar& bar)
+{
+    const QRect tab = bar.tabRect(bar.currentIndex());
+    if (tab.isEmpty())
+        return QRect();
+    if (bar.GetSelectorShape() == TabBar::Pill) {
+        const int margin = bar.GetSelectorMargin();
+        return tab.adjusted(margin, margin, -margin, -margin);
+    }
+    const int thickness = bar.GetSelectorThickness();
+    switch (bar.shape()) {
+    case QTabBar::RoundedSouth:
+        return QRect(tab.left(), tab.top(), tab.width(), thickness);
+    case QTabBar::RoundedWest:
+        return QRect(tab.right() + 1 - thickness, tab.top(), thickness, tab.height());
+    case QTabBar::RoundedEast:
+        return QRect(tab.left(), tab.top(), thickness, tab.height());
+    default:
+        return QRect(tab.left(), tab.bottom() + 1 - thickness, tab.width(), thickness);
+    }
+}
+
+void Send(QWidget* widget, QEvent::Type type, const QPoint& pos, Qt::MouseButtons buttons)
+{
+    QMouseEvent event(type, pos, widget->mapToGlobal(pos), type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
+                      buttons, Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+}
+
+QStringList Titles(const QTabBar& bar)
+{
+    QStringList titles;
+    for (int i = 0; i < bar.count(); ++i)
+        titles << bar.tabText(i);
+    return titles;
+}
+
+// The selector's rectangle each time the bar is painted.
+struct Frames : QObject
+{
+    explicit Frames(TabBar* bar) : m_bar(bar) { bar->installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            rects << m_bar->SelectorRect();
+        return false;
+    }
+    QVector<QRect> rects;
+
+private:
+    TabBar* m_bar;
+};
+
+} // namespace
 
 class TestTabBar : public QObject
 {
     Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QApplication::setStyle(QStringLiteral("Fusion")); }
+
+    void restsOnTheCurrentTab_data()
+    {
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<int>("barShape");
+        QTest::addColumn<int>("selector");
+        QTest::addColumn<QString>("current"); // the title of the tab it ends on
+        const struct
+        {
+            const char* change;
+            const char* current;
+        } changes[] = {
+            {"selected before show", "Four"},
+            {"resize", "Four"},
+            {"font", "Four"},
+            {"icon before", "Four"},
+            {"inserted before", "Four"},
+            {"inserted after", "Four"},
+            {"removed before", "Four"},
+            {"removed target", "Five"},
+            {"two quick changes", "Two"},
+            {"changed back mid-slide", "One"},
+            {"moved target", "Four"},
+            {"moved over target", "Four"},
+            {"closed target", "Five"},
+            {"closed before", "Four"},
+        };
+        for (const auto& change : changes) {
+            QTest::addRow("underline, %s", change.change)
+                << change.change << int(QTabBar::RoundedNorth) << int(TabBar::Underline) << change.current;
+            QTest::addRow("pill on the west, %s", change.change)
+                << change.change << int(QTabBar::RoundedWest) << int(TabBar::Pill) << change.current;
+        }
+        QTest::newRow("underline on the south") << "" << int(QTabBar::RoundedSouth) << int(TabBar::Underline) << "Four";
+        QTest::newRow("underline on the east") << "" << int(QTabBar::RoundedEast) << int(TabBar::Underline) << "Four";
+    }
+    // Whatever happens to the tabs during a slide, the selector ends exactly on the current
+    // tab, as the shape places it.
+    void restsOnTheCurrentTab()
+    {
+        QFETCH(QString, change);
+        QFETCH(int, barShape);
+        QFETCH(int, selector);
+        QFETCH(QString, current);
+        Host host{QTabBar::Shape(barShape), TabBar::Shape(selector)};
+        TabBar& bar = *host.bar;
+        // The pill shows through transparent tabs.
+        if (selector == TabBar::Pill)
+            host.window.setStyleSheet("OrvantaQT--TabBar::tab { background: transparent; border: none; padding: 12px; }");
+        bar.setTabsClosable(change.startsWith("closed"));
+        QObject::connect(&bar, &QTabBar::tabCloseRequested, &bar, &QTabBar::removeTab);
+        if (change == "selected before show")
+            bar.setCurrentIndex(3);
+        QVERIFY(host.Show());
+        QVERIFY2(!bar.IsSelectorMoving(), "no slide into place when shown");
+        QCOMPARE(bar.SelectorRect(), Resting(bar));
+        const QRect start = bar.SelectorRect();
+        QVERIFY(!start.isEmpty());
+
+        if (change == "two quick changes") {
+            bar.setCurrentIndex(3);
+            bar.setCurrentIndex(1);
+        } else if (change == "changed back mid-slide") {
+            bar.setCurrentIndex(4);
+            QTRY_VERIFY(bar.SelectorRect() != start && bar.SelectorRect() != Resting(bar));
+            bar.setCurrentIndex(0);
+        } else if (change != "selected before show") {
+            bar.setCurrentIndex(3);
+        }
+        QCOMPARE(bar.IsSelectorMoving(), change != "selected before show");
+        if (bar.IsSelectorMoving())
+            QTRY_VERIFY(bar.SelectorRect() != start); // on its way
+        if (change == "resize") {
+            bar.setExpanding(true);
+            host.window.resize(700, 400);
+        } else if (change == "font") {
+            bar.setFont(TestSupport::TestFont(20));
+        } else if (change == "icon before") {
+            QPixmap icon(32, 32);
+            icon.fill(Qt::darkGreen);
+            bar.setIconSize(QSize(32, 32));
+            bar.setTabIcon(1, QIcon(icon));
+        } else if (change == "inserted before") {
+            bar.insertTab(0, QStringLiteral("Zero, much longer"));
+        } else if (change == "inserted after") {
+            bar.addTab(QStringLiteral("Six"));
+        } else if (change == "removed before") {
+            bar.removeTab(1);
+        } else if (change == "removed target") {
+            bar.removeTab(3);
+        } else if (change == "moved target") {
+            bar.moveTab(3, 0);
+        } else if (change == "moved over target") {
+            bar.moveTab(4, 0);
+        } else if (change == "closed target" || change == "closed before") {
+            const int index = change == "closed target" ? 3 : 0;
+            QWidget* close = bar.tabButton(index, QTabBar::RightSide) ? bar.tabButton(index, QTabBar::RightSide)
+                                                                       : bar.tabButton(index, QTabBar::LeftSide);
+            QVERIFY(close);
+            QTest::mouseClick(close, Qt::LeftButton);
+        }
+        QVERIFY(host.Rests());
+        QCOMPARE(bar.tabText(bar.currentIndex()), current);
+        QCOMPARE(bar.SelectorRect(), Resting(bar));
+        QCOMPARE(bar.SelectorTarget(), Resting(bar));
+        // and it was painted there
+        QTRY_COMPARE(bar.SelectorRect(), Resting(bar));
+        // Away from the text and from a pill's round corners.
+        const QPoint inside(Resting(bar).center().x(), Resting(bar).top() + 1);
+        QCOMPARE(TestSupport::Render(&bar).pixelColor(inside), bar.GetSelectorColor());
+    }
+
+    // Every frame of a slide moves the selector the same way, from the old tab to the new.
+    void slidesThroughFrames()
+    {
+        Host host;
+        TabBar& bar = *host.bar;
+        QVERIFY(host.Show());
+        const QRect first = bar.SelectorRect();
+        Frames frames(&bar);
+        bar.setCurrentIndex(4);
+        QVERIFY(host.Rests());
+        QTRY_VERIFY(!frames.rects.isEmpty() && frames.rects.last() == Resting(bar));
+        QVector<int> lefts;
+        int between = 0;
+        for (const QRect& rect : frames.rects) {
+            lefts << rect.left();
+            between += rect.left() > first.left() && rect.left() < Resting(bar).left();
+        }
+        QVERIFY2(between >= 3, "frames on the way");
+        QCOMPARE(frames.rects.first(), first);
+        QVERIFY(TestSupport::IsMonotonic(lefts, true));
+        // The width changes from the first tab's to the last one's on the way.
+        QCOMPARE(frames.rects.last().width(), bar.tabRect(4).width());
+    }
+
+    void stillStyle_data()
+    {
+        QTest::addColumn<QString>("how");
+        QTest::newRow("style of the bar") << "bar";
+        QTest::newRow("duration 0") << "duration";
+    }
+    // With the style's animations off (or no duration) a change takes no time: no frame
+    // shows the selector anywhere but on the current tab.
+    void stillStyle()
+    {
+        QFETCH(QString, how);
+        Host host;
+        TabBar& bar = *host.bar;
+        TestSupport::StillStyle still;
+        if (how == "bar")
+            bar.setStyle(&still);
+        else
+            bar.SetDuration(0);
+        QVERIFY(host.Show());
+        Frames frames(&bar);
+        for (int index : {3, 1, 4}) {
+            bar.setCurrentIndex(index);
+            QVERIFY(!bar.IsSelectorMoving());
+            QCOMPARE(bar.SelectorRect(), Resting(bar));
+            QTRY_VERIFY(!frames.rects.isEmpty() && frames.rects.last() == Resting(bar));
+            for (const QRect& rect : std::exchange(frames.rects, {}))
+                QCOMPARE(rect, Resting(bar));
+        }
+        QCOMPARE(bar.GetDuration(), how == "bar" ? 600 : 0);
+        bar.setStyle(nullptr);
+    }
+
+    void keyboardAndWheel_data()
+    {
+        QTest::addColumn<int>("barShape");
+        QTest::addColumn<int>("disabled"); // a tab, or -1
+        QTest::addColumn<QString>("input");  // keys, or wheel turns in eighths of a degree
+        QTest::addColumn<int>("current");    // from 2
+        QTest::newRow("Home") << int(QTabBar::RoundedNorth) << -1 << "Home" << 0;
+        QTest::newRow("End") << int(QTabBar::RoundedNorth) << -1 << "End" << 4;
+        QTest::newRow("Home, the first disabled") << int(QTabBar::RoundedNorth) << 0 << "Home" << 1;
+        QTest::newRow("End, the last disabled") << int(QTabBar::RoundedNorth) << 4 << "End" << 3;
+        QTest::newRow("Right") << int(QTabBar::RoundedNorth) << -1 << "Right" << 3;
+        QTest::newRow("Left over a disabled tab") << int(QTabBar::RoundedNorth) << 1 << "Left" << 0;
+        QTest::newRow("Up across a horizontal bar") << int(QTabBar::RoundedNorth) << -1 << "Up" << 2;
+        QTest::newRow("Down on the west") << int(QTabBar::RoundedWest) << -1 << "Down" << 3;
+        QTest::newRow("Up on the east") << int(QTabBar::RoundedEast) << -1 << "Up" << 1;
+        QTest::newRow("Up twice, over a disabled tab") << int(QTabBar::RoundedWest) << 1 << "Up Up" << 0;
+        QTest::newRow("Down at the end") << int(QTabBar::RoundedWest) << -1 << "Down Down Down" << 4;
+        QTest::newRow("wheel down") << int(QTabBar::RoundedNorth) << -1 << "-120" << 3;
+        QTest::newRow("wheel up twice") << int(QTabBar::RoundedNorth) << -1 << "120 120" << 0;
+        QTest::newRow("wheel up two notches at once") << int(QTabBar::RoundedNorth) << -1 << "240" << 0;
+        QTest::newRow("touchpad, a notch in three") << int(QTabBar::RoundedNorth) << -1 << "-40 -40 -40" << 3;
+        QTest::newRow("touchpad, less than a notch") << int(QTabBar::RoundedNorth) << -1 << "-40 -40" << 2;
+        QTest::newRow("touchpad, back and forth") << int(QTabBar::RoundedNorth) << -1 << "80 -80 -20" << 2;
+        QTest::newRow("wheel over a disabled tab") << int(QTabBar::RoundedNorth) << 3 << "-120" << 4;
+        QTest::newRow("wheel past the end") << int(QTabBar::RoundedNorth) << -1 << "-360" << 4;
+    }
+    void keyboardAndWheel()
+    {
+        QFETCH(int, barShape);
+        QFETCH(int, disabled);
+        QFETCH(QString, input);
+        QFETCH(int, current);
+        Host host{QTabBar::Shape(barShape)};
+        TabBar& bar = *host.bar;
+        bar.setCurrentIndex(2);
+        if (disabled >= 0)
+            bar.setTabEnabled(disabled, false);
+        QVERIFY(host.Show());
+        const QMap<QString, Qt::Key> keys{{"Home", Qt::Key_Home}, {"End", Qt::Key_End},   {"Left", Qt::Key_Left},
+                                          {"Right", Qt::Key_Right}, {"Up", Qt::Key_Up}, {"Down", Qt::Key_Down}};
+        for (const QString& step : input.split(' ')) {
+            if (keys.contains(step)) {
+                QKeyEvent press(QEvent::KeyPress, keys[step], Qt::NoModifier);
+                QApplication::sendEvent(&bar, &press);
+                // Up and Down across a horizontal bar go on to the parent.
+                QCOMPARE(press.isAccepted(), !(step == "Up" && barShape == QTabBar::RoundedNorth));
+            } else {
+                const QPoint at = host.TabCentre(2);
+                QWheelEvent wheel(at, bar.mapToGlobal(at), QPoint(), QPoint(0, step.toInt()), Qt::NoButton,
+                                  Qt::NoModifier, Qt::NoScrollPhase, false);
+                QApplication::sendEvent(&bar, &wheel);
+                QVERIFY2(wheel.isAccepted(), "the wheel stays in the bar");
+            }
+        }
+        QCOMPARE(bar.currentIndex(), current);
+        QVERIFY(host.Rests());
+        QCOMPARE(bar.SelectorRect(), Resting(bar));
+    }
+
+    void pixels_data()
+    {
+        QTest::addColumn<int>("barShape");
+        QTest::addColumn<QString>("styleSheet");
+        QTest::addColumn<qreal>("ratio");
+        QTest::newRow("underline") << int(QTabBar::RoundedNorth) << "" << 1.0;
+        QTest::newRow("underline, south, styled")
+            << int(QTabBar::RoundedSouth) << "OrvantaQT--TabBar { qproperty-SelectorColor: #ff0000; qproperty-SelectorThickness: 4; }"
+            << 1.0;
+        QTest::newRow("underline, west, twice the pixels") << int(QTabBar::RoundedWest) << "" << 2.0;
+        const char* pill = "OrvantaQT--TabBar { qproperty-SelectorShape: Pill; qproperty-SelectorColor: #0000ff;"
+                           " qproperty-SelectorRadius: 8; qproperty-SelectorMargin: 3; }"
+                           " OrvantaQT--TabBar::tab { background: transparent; border: none; padding: 6px 14px; }";
+        QTest::newRow("pill") << int(QTabBar::RoundedNorth) << pill << 1.0;
+        QTest::newRow("pill, twice the pixels") << int(QTabBar::RoundedNorth) << pill << 2.0;
+    }
+    // The selector is painted in its colour where SelectorRect() says, and nowhere else;
+    // a pill has round corners.
+    void pixels()
+    {
+        QFETCH(int, barShape);
+        QFETCH(QString, styleSheet);
+        QFETCH(qreal, ratio);
+        Host host{QTabBar::Shape(barShape)};
+        TabBar& bar = *host.bar;
+        host.window.setStyleSheet(styleSheet);
+        bar.setCurrentIndex(2);
+        QVERIFY(host.Show());
+        const QColor colour = bar.GetSelectorColor();
+        if (styleSheet.contains("Pill")) {
+            QCOMPARE(bar.GetSelectorShape(), TabBar::Pill);
+            QCOMPARE(colour, QColor(Qt::blue));
+            QCOMPARE(bar.GetSelectorRadius(), 8);
+            QCOMPARE(bar.GetSelectorMargin(), 3);
+        } else if (!styleSheet.isEmpty()) {
+            QCOMPARE(colour, QColor(Qt::red));
+            QCOMPARE(bar.GetSelectorThickness(), 4);
+        } else {
+            QCOMPARE(colour, bar.palette().color(QPalette::Highlight));
+        }
+        const QRect selector = bar.SelectorRect();
+        QCOMPARE(selector, Resting(bar));
+        const QImage image = TestSupport::Render(&bar, ratio);
+        const auto at = [&](const QPoint& point) { return image.pixelColor(point * ratio); };
+        int inColour = 0;
+        for (int y = 0; y < bar.height(); ++y) {
+            for (int x = 0; x < bar.width(); ++x) {
+                const QPoint point(x, y);
+                const bool inside = selector.adjusted(1, 1, -1, -1).contains(point);
+                const bool outside = !selector.adjusted(-1, -1, 1, 1).contains(point);
+                if (inside && !styleSheet.contains("Pill"))
+                    QVERIFY2(at(point) == colour, qPrintable(QStringLiteral("%1,%2").arg(x).arg(y)));
+                if (outside)
+                    QVERIFY2(at(point) != colour, qPrintable(QStringLiteral("%1,%2").arg(x).arg(y)));
+                inColour += at(point) == colour;
+            }
+        }
+        if (!styleSheet.contains("Pill")) {
+            QCOMPARE(inColour, selector.width() * selector.height());
+            return;
+        }
+        // The pill shows behind the text: its colour where there is no text, round corners.
+        QVERIFY(inColour > selector.width() * selector.height() / 2);
+        QCOMPARE(at(QPoint(selector.left() + 8, selector.top() + 1)), colour);
+        QCOMPARE(at(QPoint(selector.left() + 1, selector.center().y())), colour);
+        QVERIFY(at(selector.topLeft()).alpha() < 128);
+        QVERIFY(at(selector.bottomRight()).alpha() < 128);
+        if (ratio > 1) // the corner drawn at the finer pixels, not magnified
+            QVERIFY(image.pixelColor(selector.topLeft() * ratio + QPoint(3, 3)).alpha() < 255);
+    }
+
+    // A dragged current tab carries the selector; dropped in its new place, the selector
+    // settles on it.
+    void dragged()
+    {
+        Host host;
+        TabBar& bar = *host.bar;
+        bar.setMovable(true);
+        QVERIFY(host.Show());
+        TestSupport::SignalLog moves(&bar, {"tabMoved(int,int)"});
+        const QPoint press = host.TabCentre(1);
+        Send(&bar, QEvent::MouseButtonPress, press, Qt::LeftButton);
+        QCOMPARE(bar.currentIndex(), 1);
+        QVERIFY(host.Rests());
+        const QRect pressed = bar.SelectorRect();
+        const int to = host.TabCentre(3).x() + 4;
+        // QTabBar moves the tab once the mouse has gone further than the drag distance.
+        const int start = QApplication::startDragDistance();
+        for (int x = press.x() + start / 2; x <= to; x += start / 2) {
+            Send(&bar, QEvent::MouseMove, QPoint(x, press.y()), Qt::LeftButton);
+            QCOMPARE(bar.SelectorRect(), x - press.x() > start ? pressed.translated(x - press.x(), 0) : pressed);
+        }
+        QVERIFY(!moves.lines.isEmpty());
+        Send(&bar, QEvent::MouseButtonRelease, QPoint(to, press.y()), Qt::NoButton);
+        QCOMPARE(Titles(bar), QStringList({"One", "Three", "Four", "Two", "Five"}));
+        QCOMPARE(bar.currentIndex(), 3);
+        QVERIFY(host.Rests());
+        QCOMPARE(bar.SelectorRect(), Resting(bar));
+        // A press on another tab is no drag of the current one.
+        Send(&bar, QEvent::MouseButtonPress, host.TabCentre(0), Qt::LeftButton);
+        Send(&bar, QEvent::MouseMove, host.TabCentre(0) + QPoint(2, 0), Qt::LeftButton);
+        Send(&bar, QEvent::MouseButtonRelease, host.TabCentre(0) + QPoint(2, 0), Qt::NoButton);
+        QVERIFY(host.Rests());
+        QCOMPARE(bar.currentIndex(), 0);
+        QCOMPARE(bar.SelectorRect(), Resting(bar));
+    }
+
+    void sameTabElsewhere_data()
+    {
+        QTest::addColumn<QString>("change");
+        QTest::newRow("a tab before removed") << "remove";
+        QTest::newRow("a tab before inserted") << "insert";
+        QTest::newRow("a tab before removed during a slide") << "slide remove";
+    }
+    // QTabBar reports the current tab as changed when a tab before it goes; the selector
+    // goes with the tab at once, as it does when one comes, and a slide on the way goes on.
+    void sameTabElsewhere()
+    {
+        QFETCH(QString, change);
+        Host host;
+        TabBar& bar = *host.bar;
+        bar.setCurrentIndex(3);
+        QVERIFY(host.Show());
+        if (change.startsWith("slide")) {
+            bar.setCurrentIndex(4);
+            QVERIFY(bar.IsSelectorMoving());
+        }
+        if (change.endsWith("remove"))
+            bar.removeTab(0);
+        else
+            bar.insertTab(0, QStringLiteral("Zero"));
+        QCOMPARE(bar.IsSelectorMoving(), change.startsWith("slide"));
+        if (!change.startsWith("slide"))
+            QCOMPARE(bar.SelectorRect(), Resting(bar));
+        QVERIFY(host.Rests());
+        QCOMPARE(bar.tabText(bar.currentIndex()), change.startsWith("slide") ? "Five" : "Four");
+        QCOMPARE(bar.SelectorRect(), Resting(bar));
+    }
+
+    // The slide stops when the bar hides, and the selector is in place when it shows again.
+    void hiddenMidSlide()
+    {
+        Host host;
+        TabBar& bar = *host.bar;
+        QVERIFY(host.Show());
+        bar.setCurrentIndex(4);
+        QVERIFY(bar.IsSelectorMoving());
+        host.window.hide();
+        QVERIFY(!bar.IsSelectorMoving());
+        bar.setCurrentIndex(2);
+        QVERIFY(!bar.IsSelectorMoving());
+        QVERIFY(host.Show());
+        QVERIFY(!bar.IsSelectorMoving());
+        QCOMPARE(bar.SelectorRect(), Resting(bar));
+    }
+
+    // Properties a style sheet reaches reset to their defaults, and the colour follows the
+    // palette until one is set.
+    void properties()
+    {
+        TabBar bar;
+        bar.addTab(QStringLiteral("One"));
+        QVERIFY(TestSupport::ShowAndWait(&bar));
+        QCOMPARE(bar.GetSelectorShape(), TabBar::Underline);
+        QCOMPARE(bar.GetSelectorThickness(), 2);
+        QCOMPARE(bar.GetSelectorRadius(), 6);
+        QCOMPARE(bar.GetSelectorMargin(), 2);
+        QCOMPARE(bar.GetDuration(), 250);
+        QCOMPARE(bar.GetEasing().type(), QEasingCurve::OutCubic);
+        bar.SetEasing(QEasingCurve::Linear);
+        QCOMPARE(bar.GetEasing().type(), QEasingCurve::Linear);
+        QPalette palette = bar.palette();
+        palette.setColor(QPalette::Highlight, QColor(0x12, 0x34, 0x56));
+        bar.setPalette(palette);
+        QCOMPARE(bar.GetSelectorColor(), QColor(0x12, 0x34, 0x56));
+        QCOMPARE(TestSupport::FirstNotReset(&bar, {{"SelectorColor", QColor(Qt::red)}}), QString());
+        QCOMPARE(bar.GetSelectorColor(), QColor(0x12, 0x34, 0x56));
+        QVERIFY(TestSupport::Repaints(&bar, [&] { bar.SetSelectorColor(Qt::green); }));
+        QVERIFY(!TestSupport::Repaints(&bar, [&] { bar.SetSelectorColor(Qt::green); }));
+        QVERIFY(TestSupport::Repaints(&bar, [&] { bar.SetSelectorThickness(5); }));
+        QVERIFY(TestSupport::Repaints(&bar, [&] { bar.SetSelectorShape(TabBar::Pill); }));
+        QVERIFY(TestSupport::Repaints(&bar, [&] { bar.SetSelectorRadius(3); }));
+        QVERIFY(TestSupport::Repaints(&bar, [&] { bar.SetSelectorMargin(4); }));
+    }
+
+    void badInput()
+    {
+        const LogCapture::Mark mark;
+        Host host;
+        TabBar& bar = *host.bar;
+        bar.SetSelectorThickness(-1);
+        bar.SetSelectorRadius(-2);
+        bar.SetSelectorMargin(-3);
+        bar.SetDuration(-4);
+        bar.SetSelectorShape(static_cast<TabBar::Shape>(7));
+        bar.SetSelectorColor(QColor());
+        QCOMPARE(mark.Texts(), QStringList({
+            "3 TabBar: a negative selector thickness (-1) is ignored",
+            "3 TabBar: a negative selector radius (-2) is ignored",
+            "3 TabBar: a negative selector margin (-3) is ignored",
+            "3 TabBar: a negative duration (-4 ms) is ignored",
+            "3 TabBar: 7 is not a selector shape; the shape stays as it is",
+            "3 TabBar: an invalid selector colour; the palette's highlight is used",
+        }));
+        QCOMPARE(bar.GetSelectorThickness(), 2);
+        QCOMPARE(bar.GetSelectorRadius(), 6);
+        QCOMPARE(bar.GetSelectorMargin(), 2);
+        QCOMPARE(bar.GetDuration(), 600);
+        QCOMPARE(bar.GetSelectorShape(), TabBar::Underline);
+        QCOMPARE(bar.GetSelectorColor(), bar.palette().color(QPalette::Highlight));
+        // Out-of-range tabs are QTabBar's to refuse; nothing moves.
+        QVERIFY(host.Show());
+        bar.setCurrentIndex(9);
+        QVERIFY(!bar.IsSelectorMoving());
+        QCOMPARE(bar.SelectorRect(), Resting(bar));
+    }
+
+    void lifetime_data()
+    {
+        QTest::addColumn<QString>("how");
+        QTest::newRow("every tab removed mid-slide") << "remove all";
+        QTest::newRow("bar deleted mid-slide") << "delete";
+        QTest::newRow("tabs hidden") << "hide tab";
+    }
+    void lifetime()
+    {
+        QFETCH(QString, how);
+        Host host;
+        QPointer<TabBar> bar = host.bar;
+        QVERIFY(host.Show());
+        bar->setCurrentIndex(4);
+        QVERIFY(bar->IsSelectorMoving());
+        if (how == "remove all") {
+            while (bar->count() > 0)
+                bar->removeTab(0);
+            QVERIFY(!bar->IsSelectorMoving());
+            QVERIFY(bar->SelectorRect().isEmpty());
+            QTest::qWait(50);
+            bar->addTab(QStringLiteral("Again"));
+            QVERIFY(!bar->IsSelectorMoving());
+            QCOMPARE(bar->SelectorRect(), Resting(*bar));
+        } else if (how == "delete") {
+            delete bar;
+            QTest::qWait(100);
+            QVERIFY(!bar);
+        } else {
+            bar->setTabVisible(4, false);
+            QVERIFY(host.Rests());
+            QCOMPARE(bar->SelectorRect(), Resting(*bar));
+        }
+    }
 };
 
 QTEST_MAIN(TestTabBar)

@@ -118,12 +118,10 @@ void SelectableContainer::SetSelected(bool selected)
         return;
     m_selected = selected;
     SetStyleProperty(this, "selected", selected, true);
-    if (QAccessible::isActive()) {
-        QAccessible::State changed;
-        changed.selected = true;
-        QAccessibleStateChangeEvent event(this, changed);
-        QAccessible::updateAccessibility(&event);
-    }
+    QAccessible::State changed;
+    changed.selected = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
     Q_EMIT SelectedChanged(selected);
 }
 

@@ -1,8 +1,412 @@
+#include <qt_halvo/animation/animated_pixmap_render.h>
+#include <qt_halvo/animation/custom_stacked_widget.h>
+#include <qt_halvo/widgets/navigation/tab_bar.h>
+#include <qt_halvo/widgets/navigation/tab_pages.h>
+
 #include "test_support.h"
+
+using OrvantaQT::AnimatedPixmapRender;
+using OrvantaQT::TabPages;
+
+namespace {
+
+const char* const kColours[] = {"red", "lime", "blue", "yellow"};
+
+// Four pages of one colour each, named by it, on tabs named by it.
+struct Host
+{
+    TabPages pages;
+    QVector<QPointer<QLabel>> labels;
+    std::unique_ptr<TestSupport::SignalLog> log;
+    Host()
+    {
+        pages.setFont(TestSupport::TestFont());
+        pages.GetStack()->SetDuration(150);
+        for (const char* colour : kColours)
+            AddPage(QLatin1String(colour));
+        pages.resize(420, 260);
+        log.reset(new TestSupport::SignalLog(&pages, {"CurrentChanged(int)"}));
+    }
+    QLabel* AddPage(const QString& colour, int at = -1)
+    {
+        auto* label = new QLabel(colour);
+        label->setObjectName(colour);
+        label->setStyleSheet(QStringLiteral("background: %1").arg(colour));
+        labels << label;
+        pages.InsertPage(at, label, colour);
+        return label;
+    }
+    bool Show() { return TestSupport::ShowAndWait(&pages); }
+    AnimatedPixmapRender* Slide() const
+    {
+        return qobject_cast<AnimatedPixmapRender*>(pages.GetStack()->currentWidget());
+    }
+    // No slide runs and the stack shows the bar's current page.
+    bool InStep() const
+    {
+        return !Slide() && pages.GetStack()->currentWidget() == pages.GetCurrentPage()
+            && pages.GetCurrentIndex() == pages.GetTabBar()->currentIndex();
+    }
+    bool WaitInStep() const
+    {
+        // A follow-up may start just after a slide ends; in step means it stays so a while.
+        for (int settled = 0; settled < 3;) {
+            if (!QTest::qWaitFor([this] { return InStep(); }))
+                return false;
+            QTest::qWait(30);
+            settled = InStep() ? settled + 1 : 0;
+        }
+        return true;
+    }
+    void Click(int index) { QTest::mouseClick(pages.GetTabBar(), Qt::LeftButton, {}, pages.GetTabBar()->tabRect(index).center()); }
+    // The pages' names in the stack's order and in the tabs' order.
+    QString StackOrder() const
+    {
+        QStringList names;
+        for (int i = 0; i < pages.GetStack()->count(); ++i)
+            names << pages.GetStack()->widget(i)->objectName();
+        return names.join(' ');
+    }
+    QString TabOrder() const
+    {
+        QStringList names;
+        for (int i = 0; i < pages.GetCount(); ++i)
+            names << pages.GetPage(i)->objectName() + (pages.GetTabBar()->tabText(i) == pages.GetPage(i)->objectName() ? "" : "?");
+        return names.join(' ');
+    }
+    // The colour in the middle of the pages' area, as painted.
+    QColor Shown() const
+    {
+        QWidget* stack = pages.GetStack();
+        return TestSupport::Render(stack).pixelColor(stack->width() / 2, stack->height() / 2);
+    }
+};
+
+} // namespace
 
 class TestTabPages : public QObject
 {
     Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QApplication::setStyle(QStringLiteral("Fusion")); }
+
+    void partsAndNames()
+    {
+        Host host;
+        TabPages& pages = host.pages;
+        QCOMPARE(pages.GetTabBar()->objectName(), "TabBar");
+        QCOMPARE(pages.GetTabBar()->accessibleName(), "TabPages_TabBar");
+        QCOMPARE(pages.GetStack()->objectName(), "Pages");
+        QCOMPARE(pages.GetStack()->accessibleName(), "TabPages_Pages");
+        QCOMPARE(pages.GetCount(), 4);
+        QCOMPARE(pages.GetCurrentIndex(), 0);
+        QCOMPARE(pages.GetCurrentPage(), host.labels[0].data());
+        QCOMPARE(host.TabOrder(), "red lime blue yellow");
+        QCOMPARE(host.StackOrder(), "red lime blue yellow");
+        QCOMPARE(pages.IndexOf(host.labels[2]), 2);
+        QCOMPARE(pages.GetPage(3), host.labels[3].data());
+        QCOMPARE(pages.GetPage(4), nullptr);
+        // Insertion at an index, and past the end as QTabWidget does.
+        QPixmap icon(16, 16);
+        icon.fill(Qt::black);
+        auto* grey = new QLabel;
+        grey->setObjectName("grey");
+        QCOMPARE(pages.InsertPage(1, grey, "grey", QIcon(icon)), 1);
+        QVERIFY(!pages.GetTabBar()->tabIcon(1).isNull());
+        auto* white = new QLabel;
+        white->setObjectName("white");
+        QCOMPARE(pages.InsertPage(99, white, "white"), 5);
+        auto* last = new QLabel;
+        last->setObjectName("last");
+        QCOMPARE(pages.AddPage(last, "last"), 6);
+        QCOMPARE(host.TabOrder(), "red grey lime blue yellow white last");
+        QCOMPARE(host.StackOrder(), host.TabOrder());
+        QCOMPARE(pages.property("Count").toInt(), 7);
+        QVERIFY(host.log->lines.isEmpty());
+        QVERIFY(pages.setProperty("CurrentIndex", 2));
+        QCOMPARE(host.log->Take(), QStringList({"CurrentChanged(2)"}));
+        QCOMPARE(pages.GetStack()->currentWidget(), host.labels[1].data()); // hidden: at once
+    }
+
+    void slideDirection_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<int>("direction"); // the stack's: 0 forwards, 1 backwards
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("click a later tab") << "click 2" << 0 << "blue";
+        QTest::newRow("click an earlier tab") << "index 3 click 1" << 1 << "lime";
+        QTest::newRow("index of a later tab") << "index 1 index 3" << 0 << "yellow";
+        QTest::newRow("End key") << "key End" << 0 << "yellow";
+        QTest::newRow("page") << "index 3 page 0" << 1 << "red";
+        // The stack follows the tabs' order: the last page moved first is before them all.
+        QTest::newRow("moved tab") << "index 1 move 3 0 index 0" << 1 << "yellow";
+        QTest::newRow("moved current tab") << "index 1 move 1 3 index 2" << 1 << "yellow";
+    }
+    // A page slides in from the side of its tab, as the stack slides for an index after or
+    // before its current one, and ends shown.
+    void slideDirection()
+    {
+        QFETCH(QString, script);
+        QFETCH(int, direction);
+        QFETCH(QString, shown);
+        Host host;
+        TabPages& pages = host.pages;
+        QVERIFY(host.Show());
+        QStringList steps = script.split(' ');
+        while (!steps.isEmpty()) {
+            const QString step = steps.takeFirst();
+            if (step == "click") {
+                host.Click(steps.takeFirst().toInt());
+            } else if (step == "index") {
+                pages.SetCurrentIndex(steps.takeFirst().toInt());
+            } else if (step == "page") {
+                pages.SetCurrentPage(pages.GetPage(steps.takeFirst().toInt()));
+            } else if (step == "key") {
+                pages.GetTabBar()->setFocus();
+                QTest::keyClick(pages.GetTabBar(), Qt::Key_End);
+                steps.takeFirst();
+            } else if (step == "move") {
+                const int from = steps.takeFirst().toInt();
+                pages.GetTabBar()->moveTab(from, steps.takeFirst().toInt());
+                QVERIFY(host.WaitInStep());
+                QCOMPARE(host.StackOrder(), host.TabOrder());
+                continue;
+            }
+            if (!steps.isEmpty())
+                QVERIFY(host.WaitInStep());
+        }
+        AnimatedPixmapRender* slide = host.Slide();
+        QVERIFY(slide);
+        QCOMPARE(slide->GetDirection(), direction);
+        QVERIFY(host.WaitInStep());
+        QCOMPARE(pages.GetCurrentPage()->objectName(), shown);
+        QCOMPARE(host.Shown(), QColor(shown));
+        QCOMPARE(host.StackOrder(), host.TabOrder());
+    }
+
+    void rapidChanges_data()
+    {
+        QTest::addColumn<QString>("clicks");
+        QTest::newRow("onwards") << "1 2 3";
+        QTest::newRow("there and back") << "3 0";
+        QTest::newRow("back and forth") << "1 0 1 0 1";
+        QTest::newRow("the same tab twice") << "2 2";
+        QTest::newRow("through the keyboard") << "End Home Right";
+    }
+    // Changes faster than the slides: the page catches up with the bar after the slide in
+    // progress, CurrentChanged comes once per change, in order, and no picture is left over.
+    void rapidChanges()
+    {
+        QFETCH(QString, clicks);
+        Host host;
+        TabPages& pages = host.pages;
+        QVERIFY(host.Show());
+        QStringList expected;
+        int current = 0;
+        int duringSlides = 0;
+        pages.GetTabBar()->setFocus();
+        for (const QString& click : clicks.split(' ')) {
+            const int before = current;
+            duringSlides += host.Slide() != nullptr;
+            if (click == "End")
+                QTest::keyClick(pages.GetTabBar(), Qt::Key_End), current = 3;
+            else if (click == "Home")
+                QTest::keyClick(pages.GetTabBar(), Qt::Key_Home), current = 0;
+            else if (click == "Right")
+                QTest::keyClick(pages.GetTabBar(), Qt::Key_Right), current = 1;
+            else
+                host.Click(current = click.toInt());
+            if (current != before)
+                expected << QStringLiteral("CurrentChanged(%1)").arg(current);
+            QCOMPARE(pages.GetCurrentIndex(), current);
+            QTest::qWait(20);
+        }
+        QVERIFY2(duringSlides > 0, "changes while the stack slides");
+        QVERIFY(host.WaitInStep());
+        QCOMPARE(pages.GetCurrentIndex(), current);
+        QCOMPARE(host.Shown(), QColor(kColours[current]));
+        QCOMPARE(host.log->Take(), expected);
+        QCOMPARE(host.StackOrder(), host.TabOrder());
+        QTRY_COMPARE(pages.GetStack()->findChildren<AnimatedPixmapRender*>().size(), 0);
+    }
+
+    void pagesGoing_data()
+    {
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<QString>("tabs"); // after it
+        QTest::addColumn<QString>("current");
+        QTest::addColumn<QString>("emitted");
+        QTest::newRow("target deleted during its slide") << "slide delete 2" << "red lime yellow" << "yellow"
+                                                          << "CurrentChanged(2) CurrentChanged(2)";
+        QTest::newRow("page before the target deleted during a slide") << "slide delete 0" << "lime blue yellow" << "blue"
+                                                                        << "CurrentChanged(2) CurrentChanged(1)";
+        QTest::newRow("page left deleted during a slide") << "slide delete 0 target 3" << "lime blue yellow" << "yellow"
+                                                          << "CurrentChanged(3) CurrentChanged(2)";
+        QTest::newRow("target removed during its slide") << "slide remove 2" << "red lime yellow" << "yellow"
+                                                          << "CurrentChanged(2) CurrentChanged(2)";
+        QTest::newRow("page before the target removed during a slide") << "slide remove 1" << "red blue yellow" << "blue"
+                                                                        << "CurrentChanged(2) CurrentChanged(1)";
+        QTest::newRow("page inserted before the target during a slide") << "slide insert 0" << "grey red lime blue yellow"
+                                                                         << "blue" << "CurrentChanged(2)";
+        QTest::newRow("page inserted after the target during a slide") << "slide insert 4" << "red lime blue yellow grey"
+                                                                        << "blue" << "CurrentChanged(2)";
+        QTest::newRow("current deleted") << "delete 0" << "lime blue yellow" << "lime" << "CurrentChanged(0)";
+        QTest::newRow("current removed") << "remove 0" << "lime blue yellow" << "lime" << "CurrentChanged(0)";
+        QTest::newRow("another deleted") << "delete 3" << "red lime blue" << "red" << "";
+        QTest::newRow("all deleted") << "delete 0 delete 0 delete 0 delete 0" << "" << ""
+                                     << "CurrentChanged(0) CurrentChanged(0) CurrentChanged(0) CurrentChanged(-1)";
+        QTest::newRow("all removed during a slide") << "slide remove 0 remove 0 remove 0 remove 0" << "" << ""
+                                                    << "CurrentChanged(2) CurrentChanged(1) CurrentChanged(0) "
+                                                       "CurrentChanged(0) CurrentChanged(-1)";
+    }
+    // Pages deleted or removed and added, at rest and during a slide: their tabs follow, the
+    // stack ends on the bar's current page with the tabs' order, and nothing dangles.
+    void pagesGoing()
+    {
+        QFETCH(QString, change);
+        QFETCH(QString, tabs);
+        QFETCH(QString, current);
+        QFETCH(QString, emitted);
+        Host host;
+        TabPages& pages = host.pages;
+        QVERIFY(host.Show());
+        QVector<QPointer<QLabel>> removed;
+        QStringList steps = change.split(' ');
+        if (change.contains("target 3"))
+            steps.removeLast(), steps.removeLast();
+        while (!steps.isEmpty()) {
+            const QString step = steps.takeFirst();
+            if (step == "slide") {
+                pages.SetCurrentIndex(change.contains("target 3") ? 3 : 2);
+                QVERIFY(host.Slide());
+            } else if (step == "delete") {
+                delete pages.GetPage(steps.takeFirst().toInt());
+            } else if (step == "remove") {
+                QWidget* page = pages.GetPage(steps.takeFirst().toInt());
+                removed << static_cast<QLabel*>(page);
+                pages.RemovePage(pages.IndexOf(page));
+            } else if (step == "insert") {
+                host.AddPage("grey", steps.takeFirst().toInt());
+            }
+        }
+        QCOMPARE(host.TabOrder(), tabs);
+        QVERIFY(host.WaitInStep());
+        QCOMPARE(host.TabOrder(), tabs);
+        QCOMPARE(host.StackOrder(), tabs);
+        QCOMPARE(pages.GetCount(), tabs.isEmpty() ? 0 : tabs.split(' ').size());
+        QCOMPARE(pages.GetCurrentPage() ? pages.GetCurrentPage()->objectName() : QString(), current);
+        if (!current.isEmpty())
+            QCOMPARE(host.Shown(), QColor(current));
+        QCOMPARE(host.log->Take().join(QLatin1Char(' ')), emitted);
+        // Removed pages are not deleted, nor shown.
+        for (const QPointer<QLabel>& page : removed) {
+            QVERIFY(page);
+            QVERIFY(!page->isVisible());
+        }
+        QTRY_COMPARE(pages.GetStack()->findChildren<AnimatedPixmapRender*>().size(), 0);
+        // Still working: a page more, and a slide to it.
+        host.AddPage("white");
+        pages.SetCurrentIndex(pages.GetCount() - 1);
+        QVERIFY(host.WaitInStep());
+        QCOMPARE(host.Shown(), QColor("white"));
+    }
+
+    void withoutSlides_data()
+    {
+        QTest::addColumn<QString>("how");
+        QTest::newRow("still style") << "still";
+        QTest::newRow("hidden") << "hidden";
+    }
+    // With the style's animations off, or while hidden, the page changes at once.
+    void withoutSlides()
+    {
+        QFETCH(QString, how);
+        Host host;
+        TabPages& pages = host.pages;
+        TestSupport::StillStyle still;
+        if (how == "still") {
+            pages.setStyle(&still);
+            QVERIFY(host.Show());
+        }
+        for (int index : {2, 0, 3}) {
+            pages.SetCurrentIndex(index);
+            QVERIFY(!host.Slide());
+            QVERIFY(host.InStep());
+        }
+        if (how == "hidden") {
+            QVERIFY(host.Show());
+            QVERIFY(host.InStep());
+        }
+        QCOMPARE(host.Shown(), QColor("yellow"));
+        QCOMPARE(host.log->Take(), QStringList({"CurrentChanged(2)", "CurrentChanged(0)", "CurrentChanged(3)"}));
+        pages.setStyle(nullptr);
+    }
+
+    void badInput()
+    {
+        const LogCapture::Mark mark;
+        Host host;
+        TabPages& pages = host.pages;
+        QLabel stranger;
+        QCOMPARE(pages.AddPage(nullptr, "none"), -1);
+        QCOMPARE(pages.InsertPage(0, nullptr, "none"), -1);
+        QCOMPARE(pages.AddPage(host.labels[1], "again"), -1);
+        pages.RemovePage(4);
+        pages.RemovePage(-1);
+        pages.SetCurrentIndex(4);
+        pages.SetCurrentIndex(-1);
+        pages.SetCurrentPage(&stranger);
+        pages.SetCurrentPage(nullptr);
+        QCOMPARE(mark.Texts(), QStringList({
+            "3 TabPages: no page to add",
+            "3 TabPages: no page to add",
+            "3 TabPages: the page \"again\" is added already",
+            "3 TabPages: no page 4 to remove (4 pages)",
+            "3 TabPages: no page -1 to remove (4 pages)",
+            "3 TabPages: no page 4 to show (4 pages)",
+            "3 TabPages: no page -1 to show (4 pages)",
+            "3 TabPages: the widget to show is not one of the pages",
+            "3 TabPages: the widget to show is not one of the pages",
+        }));
+        QCOMPARE(pages.GetCount(), 4);
+        QCOMPARE(host.TabOrder(), "red lime blue yellow");
+        QCOMPARE(pages.GetCurrentIndex(), 0);
+        QVERIFY(host.log->lines.isEmpty());
+        QVERIFY(host.InStep());
+    }
+
+    // Deleted in the middle of a slide, with its pages: nothing is left to run.
+    void deletedDuringASlide()
+    {
+        auto* host = new Host;
+        QVERIFY(host->Show());
+        host->pages.SetCurrentIndex(3);
+        QVERIFY(host->Slide());
+        QPointer<QLabel> page = host->labels[0];
+        delete host;
+        QVERIFY(!page);
+        QTest::qWait(200);
+    }
+
+    // Closable tabs close their pages through the host, which removes them.
+    void closedTab()
+    {
+        Host host;
+        TabPages& pages = host.pages;
+        pages.GetTabBar()->setTabsClosable(true);
+        QObject::connect(pages.GetTabBar(), &QTabBar::tabCloseRequested, &pages, &TabPages::RemovePage);
+        pages.SetCurrentIndex(1);
+        QVERIFY(host.Show());
+        QTabBar* bar = pages.GetTabBar();
+        QWidget* close = bar->tabButton(1, QTabBar::RightSide) ? bar->tabButton(1, QTabBar::RightSide)
+                                                               : bar->tabButton(1, QTabBar::LeftSide);
+        QTest::mouseClick(close, Qt::LeftButton);
+        QCOMPARE(host.TabOrder(), "red blue yellow");
+        QVERIFY(host.WaitInStep());
+        QCOMPARE(host.Shown(), QColor("blue"));
+        QCOMPARE(host.StackOrder(), "red blue yellow");
+    }
 };
 
 QTEST_MAIN(TestTabPages)

@@ -184,6 +184,12 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
         //: Page list entry: inline notifications and popup messages.
         {QStringLiteral("notifications"), QCoreApplication::translate("Gallery", "Notifications"),
          CreateNotificationsPage, 0, NotificationsPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Windows and navigation"))},
+        //: Page list entry: tabs with a sliding selector, the tool bar and the button pair.
+        {QStringLiteral("navigation"), QCoreApplication::translate("Gallery", "Tabs and tool bars"),
+         CreateNavigationPage, 0, NavigationPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Windows and navigation"))},
+        //: Page list entry: selectable cards, icons with labels, see-through and kinetic containers, focus control.
+        {QStringLiteral("containers"), QCoreApplication::translate("Gallery", "Containers"), CreateContainersPage, 0,
+         ContainersPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Windows and navigation"))},
         //: Page list entry: the bar, pie and plot charts, tinted pictures and a decorated border.
         {QStringLiteral("charts"), QCoreApplication::translate("Gallery", "Charts"),
          [&theme] { return CreateChartsPage(theme); }, 600, ChartsPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Charts"))},

@@ -172,5 +172,12 @@ QVector<GalleryMoment> NotificationsPageMoments()
         {QStringLiteral("hidden"), {}, 400},
         {QStringLiteral("toasts_fading"), postSome, 90},
         {QStringLiteral("toasts"), {}, 500},
+        // The toasts are the window's: gone before the next pages are pictured.
+        {QStringLiteral("cleared"),
+         [](QWidget* page) {
+             if (PopupMessageQueue* queue = PopupMessageQueue::ForWindow(page))
+                 queue->Clear();
+         },
+         600},
     };
 }

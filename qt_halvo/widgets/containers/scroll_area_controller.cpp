@@ -221,8 +221,15 @@ void ScrollAreaController::EnsureFocusVisible(QWidget* focus)
 
 void ScrollAreaController::UpdateAutoScroll(const QPoint& viewportPos)
 {
-    m_autoScrollDelta = QPoint(EdgeStep(viewportPos.x(), m_viewport->width(), m_autoScrollMargin, m_autoScrollStep),
-                               EdgeStep(viewportPos.y(), m_viewport->height(), m_autoScrollMargin, m_autoScrollStep));
+    // Towards an end that is reached there is nothing to scroll.
+    const auto open = [](const QScrollBar* bar, int step) {
+        return (step < 0 && bar->value() > bar->minimum()) || (step > 0 && bar->value() < bar->maximum()) ? step : 0;
+    };
+    m_autoScrollDelta =
+        QPoint(open(m_area->horizontalScrollBar(),
+                    EdgeStep(viewportPos.x(), m_viewport->width(), m_autoScrollMargin, m_autoScrollStep)),
+               open(m_area->verticalScrollBar(),
+                    EdgeStep(viewportPos.y(), m_viewport->height(), m_autoScrollMargin, m_autoScrollStep)));
     if (m_autoScrollDelta.isNull() || !QRect(QPoint(0, 0), m_viewport->size()).contains(viewportPos))
         StopAutoScroll();
     else if (!m_autoScrollTimer->isActive())

@@ -87,10 +87,12 @@ ToolBar::ToolBar(QWidget* parent)
 
     connect(m_overflowMenu, &QMenu::aboutToShow, this, &ToolBar::SyncProxies);
     connect(m_overflowMenu, &QMenu::triggered, this, [this](QAction* action) {
-        // A proxy clicks its button, which reports the click itself.
-        const bool proxy = std::any_of(m_items.cbegin(), m_items.cend(),
-                                       [action](const Item& item) { return item.proxy == action; });
-        if (!proxy)
+        // A button reports its action however triggered, and a proxy clicks its button:
+        // the menu adds the rest, the actions of buttons' menus above all.
+        const bool reported = std::any_of(m_items.cbegin(), m_items.cend(), [action](const Item& item) {
+            return item.proxy == action || (item.button && item.action == action);
+        });
+        if (!reported)
             Q_EMIT ActionTriggered(action);
     });
 }
@@ -380,6 +382,10 @@ void ToolBar::actionEvent(QActionEvent* event)
     QAction* action = event->action();
     switch (event->type()) {
     case QEvent::ActionAdded: {
+        // Resized while hidden, the bar has not laid out at its width yet: the new item
+        // goes to the right side of the cut.
+        if (contentsRect().size() != m_laidOutSize)
+            Relayout();
         const int before = IndexOf(event->before());
         InsertItem(before >= 0 ? before : m_items.size(), action);
         ItemsChanged();
@@ -387,7 +393,7 @@ void ToolBar::actionEvent(QActionEvent* event)
     }
     case QEvent::ActionChanged: {
         const int index = IndexOf(action);
-        if (index >= 0 && index >= m_overflowFrom && m_items.at(index).proxy)
+        if (index >= 0 && m_items.at(index).entry)
             SyncProxy(m_items.at(index));
         // Shown or hidden, or a new text for a button hidden in the overflow menu.
         if (index >= 0)
@@ -477,6 +483,12 @@ void ToolBar::InsertItem(int index, QAction* action)
         item.widget = button;
     }
     connect(item.widget, &QObject::destroyed, this, &ToolBar::OnWidgetDestroyed, Qt::UniqueConnection);
+    if (item.kind != Kind::Custom) {
+        // Hidden in the overflow, a button still tells the bar when its size changes.
+        QSizePolicy policy = item.widget->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        item.widget->setSizePolicy(policy);
+    }
     item.widget->hide(); // shown where it fits
 
     const int count = m_items.size();
@@ -499,7 +511,7 @@ void ToolBar::RemoveItem(int index)
     } else if (item.entry) {
         // The menu gives a QWidgetAction's widget back to its action.
         m_overflowMenu->removeAction(item.entry);
-        if (item.proxy && item.proxy != item.action)
+        if (item.proxy)
             item.proxy->setMenu(nullptr);
         Q_EMIT OverflowChanged();
     }
@@ -564,7 +576,8 @@ bool ToolBar::Remeasure()
 
 void ToolBar::MeasureItems() const
 {
-    if (m_measured)
+    // Hidden, the bar hears of no item's new size: it measures every time.
+    if (m_measured && isVisible())
         return;
     for (const Item& item : m_items)
         MeasureItem(item);
@@ -592,6 +605,7 @@ void ToolBar::Relayout()
     m_inRelayout = true;
     MeasureItems();
     const QRect area = contentsRect();
+    m_laidOutSize = area.size();
     const int spacing = GetSpacing();
     const int count = m_items.size();
     const int total = ItemsWidth();
@@ -653,7 +667,9 @@ void ToolBar::Relayout()
             width += share;
             extra -= share;
         }
-        const int height = item.growsVertically ? area.height() : std::min(item.hint.height(), area.height());
+        const int height = item.growsVertically
+            ? std::max(widget->minimumHeight(), std::min(area.height(), widget->maximumHeight()))
+            : std::min(item.hint.height(), area.height());
         const QRect place(x, area.top() + (area.height() - height) / 2, width, height);
         const QRect geometry = QStyle::visualRect(layoutDirection(), rect(), place);
         if (widget->geometry() != geometry)
@@ -664,7 +680,9 @@ void ToolBar::Relayout()
     }
 
     if (from < count) {
-        const QRect place(area.right() + 1 - m_overflowHint.width(), area.top(), m_overflowHint.width(), area.height());
+        const int height = std::min(area.height(), m_overflowButton->maximumHeight());
+        const QRect place(area.right() + 1 - m_overflowHint.width(), area.top() + (area.height() - height) / 2,
+                          m_overflowHint.width(), height);
         const QRect geometry = QStyle::visualRect(layoutDirection(), rect(), place);
         if (m_overflowButton->geometry() != geometry)
             m_overflowButton->setGeometry(geometry);
@@ -673,6 +691,9 @@ void ToolBar::Relayout()
     } else if (!m_overflowButton->isHidden()) {
         m_overflowButton->hide();
     }
+    // Buttons hidden in the overflow may have changed unseen; an added button's action
+    // follows it on the bar too.
+    SyncProxies();
     m_inRelayout = false;
 }
 
@@ -700,23 +721,28 @@ void ToolBar::MoveToMenu(Item& item, QAction* before)
     if (item.kind == Kind::Custom) {
         // Released, the default widget is free for the menu to take.
         auto* widgetAction = qobject_cast<QWidgetAction*>(item.action.data());
+        if (item.widget)
+            disconnect(item.widget, &QObject::destroyed, this, &ToolBar::OnWidgetDestroyed);
         if (widgetAction && item.widget)
             widgetAction->releaseWidget(item.widget);
         item.widget = nullptr;
     } else if (item.widget && !item.widget->isHidden()) {
         item.widget->hide();
     }
-    m_overflowMenu->insertAction(before, entry);
     item.entry = entry;
+    SyncProxy(item);
+    m_overflowMenu->insertAction(before, entry);
 }
 
 void ToolBar::MoveToBar(Item& item)
 {
     if (item.entry) {
-        m_overflowMenu->removeAction(item.entry);
-        if (item.proxy && item.proxy != item.action)
-            item.proxy->setMenu(nullptr); // gives the menu its own menu action back
+        // Cleared first: the proxy's changes below come back as ActionChanged.
+        QAction* entry = item.entry;
         item.entry = nullptr;
+        m_overflowMenu->removeAction(entry);
+        if (item.proxy)
+            item.proxy->setMenu(nullptr); // gives the menu its own menu action back
     }
     if (item.kind != Kind::Custom)
         return;
@@ -740,10 +766,7 @@ QAction* ToolBar::EntryFor(Item& item)
         item.proxy = new QAction(this);
         connect(item.proxy, &QAction::triggered, this, &ToolBar::OnProxyTriggered);
     }
-    if (!item.proxy)
-        return item.action;
-    SyncProxy(item);
-    return item.proxy;
+    return item.proxy ? item.proxy : item.action;
 }
 
 void ToolBar::SyncProxy(const Item& item)
@@ -760,17 +783,18 @@ void ToolBar::SyncProxy(const Item& item)
     proxy->setEnabled(button->isEnabled());
     proxy->setCheckable(button->isCheckable());
     proxy->setChecked(button->isChecked());
-    if (proxy != item.action) {
+    if (proxy != item.action)
         proxy->setVisible(!item.action || item.action->isVisible());
-        if (proxy->menu() != button->menu())
-            proxy->setMenu(button->menu());
-    }
+    // Only in the overflow menu: a menu's menu action is the last action given it.
+    QMenu* menu = item.entry ? button->menu() : nullptr;
+    if (proxy->menu() != menu)
+        proxy->setMenu(menu);
 }
 
 void ToolBar::SyncProxies()
 {
-    for (int i = m_overflowFrom; i < m_items.size(); ++i)
-        SyncProxy(m_items.at(i));
+    for (const Item& item : qAsConst(m_items))
+        SyncProxy(item);
 }
 
 void ToolBar::SetupButton(ToolBarButton* button, bool madeHere)
@@ -799,14 +823,19 @@ void ToolBar::ItemsChanged()
     Relayout();
 }
 
-void ToolBar::OnWidgetDestroyed()
+void ToolBar::OnWidgetDestroyed(QObject* widget)
 {
     // A button or a separator deleted from outside takes its item along; the action
     // stays the caller's. A QWidgetAction's item stays, empty, for its action.
     bool changed = false;
     for (int i = m_items.size() - 1; i >= 0; --i) {
-        const Item& item = m_items.at(i);
-        if (item.widget || item.kind == Kind::Custom)
+        Item& item = m_items[i];
+        // A widget's guards are cleared after it signals.
+        if (item.widget && item.widget != widget)
+            continue;
+        item.widget = nullptr;
+        item.button = nullptr;
+        if (item.kind == Kind::Custom)
             continue;
         QAction* ownAction = item.proxy == item.action ? item.action.data() : nullptr;
         RemoveItem(i);

@@ -79,7 +79,8 @@ public:
     QAction* AddWidget(QWidget* widget);
     // Puts a button made by the caller on the bar; the bar owns it from then on and
     // deletes it with its action. Its action is its default action, or else a new one of
-    // the bar's that stands for it in the overflow menu (triggering it clicks the button).
+    // the bar's that follows its text, icon and state and stands for it in the overflow
+    // menu (triggering it clicks the button).
     // Returns the button, or null when it is null or already on a bar (logged).
     ToolBarButton* AddButton(ToolBarButton* button);
 
@@ -123,8 +124,9 @@ public:
     QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
-    // An action was triggered through the bar: by its button, the button's menu or the
-    // overflow menu.
+    // An action of the bar's was triggered, by its button, the overflow menu or from
+    // elsewhere (as QToolBar reports), or an action of a button's menu was, through the
+    // button or the overflow menu.
     void ActionTriggered(QAction* action);
     // The items in the overflow menu changed (some went there or came back).
     void OverflowChanged();
@@ -176,13 +178,14 @@ private:
     void SetupButton(ToolBarButton* button, bool madeHere);
     void ApplyIconSize();
     void ItemsChanged();
-    void OnWidgetDestroyed();
+    void OnWidgetDestroyed(QObject* widget);
     void OnProxyTriggered();
 
     QVector<Item> m_items;
     // Index of the first item in the overflow menu; m_items.size() when none is.
     int m_overflowFrom = 0;
     mutable bool m_measured = false;
+    QSize m_laidOutSize;
     mutable QSize m_overflowHint;
 
     ToolBarButton* m_overflowButton = nullptr;

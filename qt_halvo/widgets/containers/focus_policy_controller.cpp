@@ -69,8 +69,10 @@ void FocusPolicyController::SetFocusable(bool focusable)
         GiveBackAll();
         return;
     }
-    if (!m_root)
+    if (!m_root) {
+        QTH_LOG_WARNING("FocusPolicyController: no root widget (none given, or deleted); nothing to take out");
         return;
+    }
     TakeOutSubtree(m_root);
     MoveFocusOut();
 }

@@ -7,6 +7,7 @@
 #include <QtGui/QDragMoveEvent>
 #include <QtGui/QFocusEvent>
 #include <QtGui/QScreen>
+#include <QtGui/QWindow>
 #include <QtWidgets/QAbstractScrollArea>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QScrollBar>
@@ -206,6 +207,15 @@ void ScrollAreaController::ApplyScrollerProperties()
     scroller->setScrollerProperties(properties);
 }
 
+void ScrollAreaController::WatchScreen()
+{
+    // Another screen, another resolution: the same pixels are other metres.
+    ApplyScrollerProperties();
+    disconnect(m_screenWatch);
+    if (QWindow* window = m_viewport->window()->windowHandle())
+        m_screenWatch = connect(window, &QWindow::screenChanged, this, &ScrollAreaController::ApplyScrollerProperties);
+}
+
 void ScrollAreaController::EnsureFocusVisible(QWidget* focus)
 {
     if (!m_area || !m_viewport || focus == m_viewport || !m_viewport->isAncestorOf(focus))
@@ -266,8 +276,7 @@ bool ScrollAreaController::eventFilter(QObject* watched, QEvent* event)
         case QEvent::Show:
             qApp->removeEventFilter(this);
             qApp->installEventFilter(this);
-            // The screen may differ from the one the distances were measured on.
-            ApplyScrollerProperties();
+            WatchScreen();
             break;
         case QEvent::Hide:
             qApp->removeEventFilter(this);

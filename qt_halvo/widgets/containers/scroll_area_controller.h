@@ -69,6 +69,7 @@ public:
 
 private:
     void ApplyScrollerProperties();
+    void WatchScreen();
     void EnsureFocusVisible(QWidget* focus);
     void UpdateAutoScroll(const QPoint& viewportPos);
     void StopAutoScroll();
@@ -76,6 +77,7 @@ private:
 
     QPointer<QAbstractScrollArea> m_area;
     QPointer<QWidget> m_viewport;
+    QMetaObject::Connection m_screenWatch;
     int m_dragStartDistance;
     int m_focusMargin = 8;
     int m_autoScrollMargin = 24;

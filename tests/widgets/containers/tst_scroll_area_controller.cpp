@@ -254,6 +254,35 @@ private Q_SLOTS:
                               QStringLiteral("3 ScrollAreaController: an auto-scroll step must be positive (0); it stays 12")}));
     }
 
+    // The scroller's distance is the one set in pixels, in metres of the screen's
+    // resolution, measured again when the window goes to another screen.
+    void startDistanceInMetres()
+    {
+        Page page;
+        ScrollAreaController* controller = OrvantaQT::SetScroller(page.area);
+        QVERIFY(page.Show());
+        QScroller* scroller = controller->GetScroller();
+        const auto metres = [&] {
+            return scroller->scrollerProperties().scrollMetric(QScrollerProperties::DragStartDistance).toReal();
+        };
+        const qreal dpi = page.window->screen()->physicalDotsPerInchY();
+        controller->SetDragStartDistance(40);
+        QVERIFY(qAbs(metres() - 39.5 * 0.0254 / dpi) < 1e-6);
+        QCOMPARE(controller->GetDragStartDistance(), 40);
+        // As if another screen had measured it.
+        QScrollerProperties stale = scroller->scrollerProperties();
+        stale.setScrollMetric(QScrollerProperties::DragStartDistance, 0.5);
+        scroller->setScrollerProperties(stale);
+        QVERIFY(QMetaObject::invokeMethod(page.window->windowHandle(), "screenChanged",
+                                          Q_ARG(QScreen*, page.window->screen())));
+        QVERIFY(qAbs(metres() - 39.5 * 0.0254 / dpi) < 1e-6);
+        // A distance of 0 starts at once.
+        controller->SetDragStartDistance(0);
+        QCOMPARE(metres(), 0.0);
+        // A fling runs on until a press.
+        QCOMPARE(scroller->scrollerProperties().scrollMetric(QScrollerProperties::MaximumClickThroughVelocity).toReal(), 0.0);
+    }
+
     void clickOrDrag_data()
     {
         QTest::addColumn<bool>("onButton");
@@ -301,6 +330,39 @@ private Q_SLOTS:
                          && (scrolled.y() == 0) == (move.y() == 0),
                      qPrintable(QStringLiteral("%1, %2").arg(scrolled.x()).arg(scrolled.y())));
         QVERIFY(!button->isDown());
+    }
+
+    void touch_data()
+    {
+        QTest::addColumn<int>("row"); // apart, so that the rows make no double tap
+        QTest::addColumn<QPoint>("move");
+        QTest::addColumn<bool>("clicked");
+        QTest::newRow("tap") << 1 << QPoint(0, 0) << true;
+        QTest::newRow("swipe") << 2 << QPoint(0, -90) << false;
+    }
+    // A finger does what the left button does: a tap clicks, a swipe scrolls.
+    void touch()
+    {
+        QFETCH(int, row);
+        QFETCH(QPoint, move);
+        QFETCH(bool, clicked);
+        static QTouchDevice* const screen = QTest::createTouchDevice();
+        Page page;
+        ScrollAreaController* controller = OrvantaQT::SetScroller(page.area);
+        QVERIFY(page.Show());
+        QWidget* window = page.window.get();
+        const QPoint start = page.buttons[row]->mapTo(window, page.buttons[row]->rect().center());
+        QTest::touchEvent(window, screen).press(0, start, window);
+        for (int i = 1; i <= 3; ++i) {
+            QTest::qWait(20);
+            QTest::touchEvent(window, screen).move(0, start + move * i / 3, window);
+        }
+        QTest::touchEvent(window, screen).release(0, start + move, window);
+        QTRY_COMPARE(controller->GetScroller()->state(), QScroller::Inactive);
+        QCOMPARE(page.clicks[row], clicked ? 1 : 0);
+        QCOMPARE(page.Clicks(), page.clicks[row]);
+        QVERIFY2(page.Vertical()->value() >= -move.y(), qPrintable(QString::number(page.Vertical()->value())));
+        QCOMPARE(page.Vertical()->value() > 0, !clicked);
     }
 
     // After a fling the content keeps moving; the next press stops it where it is and

@@ -433,6 +433,8 @@ private Q_SLOTS:
         QTest::newRow("set by the program") << "other" << true << 0 << "edit 12" << true;
         QTest::newRow("set by the program, above") << "other" << true << -1 << "edit 12" << true;
         QTest::newRow("set by the program, already in view") << "other" << true << 0 << "edit 1" << false;
+        // Its top 3 pixels from the viewport's.
+        QTest::newRow("set by the program, in the margin") << "other" << true << kTop + kRowPitch + 32 - 3 << "edit 1" << true;
         QTest::newRow("clicked: no scroll") << "mouse" << true << 0 << "edit 12" << false;
         QTest::newRow("tab in, no controller") << "tab" << false << -1 << "button 0" << false;
         QTest::newRow("backtab in, no controller") << "backtab" << false << 0 << "edit 29" << false;
@@ -495,7 +497,7 @@ private Q_SLOTS:
     void dragAndDropNearAnEdge_data()
     {
         QTest::addColumn<QPoint>("where"); // in the viewport, from its centre towards the edges (-1 or 1 for an edge)
-        QTest::addColumn<int>("startValue");
+        QTest::addColumn<int>("startValue"); // -1 for the maximum
         QTest::addColumn<QPoint>("direction");
         QTest::newRow("bottom edge") << QPoint(0, 1) << 0 << QPoint(0, 1);
         QTest::newRow("top edge") << QPoint(0, -1) << 500 << QPoint(0, -1);
@@ -503,6 +505,7 @@ private Q_SLOTS:
         QTest::newRow("bottom right corner") << QPoint(1, 1) << 0 << QPoint(1, 1);
         QTest::newRow("middle") << QPoint(0, 0) << 500 << QPoint(0, 0);
         QTest::newRow("top edge, at the top already") << QPoint(0, -1) << 0 << QPoint(0, 0);
+        QTest::newRow("bottom edge, at the end already") << QPoint(0, 1) << -1 << QPoint(0, 0);
     }
     // While a drag hovers the band along an edge, the area scrolls towards it; the timer
     // runs only then, and stops at the end, when the drag moves out of the band, leaves or
@@ -515,7 +518,7 @@ private Q_SLOTS:
         Page page;
         ScrollAreaController* controller = OrvantaQT::SetScroller(page.area);
         QVERIFY(page.Show());
-        page.Vertical()->setValue(startValue);
+        page.Vertical()->setValue(startValue < 0 ? page.Vertical()->maximum() : startValue);
         const QSize size = page.Viewport()->size();
         const auto at = [&](const QPoint& towards) {
             return QPoint(size.width() / 2 + towards.x() * (size.width() / 2 - 3),

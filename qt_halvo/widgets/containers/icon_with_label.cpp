@@ -286,7 +286,7 @@ void IconWithLabel::SetBuddy(QWidget* buddy)
 
 bool IconWithLabel::event(QEvent* event)
 {
-    if (event->type() == QEvent::Shortcut && m_shortcutId != 0) {
+    if (event->type() == QEvent::Shortcut) {
         auto* shortcut = static_cast<QShortcutEvent*>(event);
         if (shortcut->shortcutId() == m_shortcutId) {
             // As QLabel does for its buddy.

@@ -141,6 +141,24 @@ private Q_SLOTS:
         QCOMPARE(widget.minimumSizeHint().width(), 0);
     }
 
+    // A style sheet's padding and border on the label are room around the text: in the
+    // size hint, and not taken from the text at that size.
+    void styleSheetPadding()
+    {
+        QWidget window;
+        auto* widget = new IconWithLabel(Swatch(Qt::red), kText, &window);
+        widget->setFont(TestSupport::TestFont());
+        const int plain = widget->sizeHint().width();
+        widget->setStyleSheet(QStringLiteral("#Label { padding-left: 10px; border: 2px solid black; }"));
+        QCOMPARE(widget->sizeHint().width(), plain + 10 + 2 * 2);
+        widget->resize(widget->sizeHint());
+        window.resize(400, 60);
+        QVERIFY(TestSupport::ShowAndWait(&window));
+        QVERIFY(!widget->IsElided());
+        widget->resize(widget->width() - 1, widget->height());
+        QVERIFY(widget->IsElided());
+    }
+
     void orientation_data()
     {
         QTest::addColumn<Qt::Orientation>("orientation");

@@ -209,28 +209,50 @@ private Q_SLOTS:
         QCOMPARE(TestSupport::Render(&bar).pixelColor(inside), bar.GetSelectorColor());
     }
 
-    // Every frame of a slide moves the selector the same way, from the old tab to the new.
+    void slidesThroughFrames_data()
+    {
+        QTest::addColumn<int>("selector");
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("to");
+        QTest::newRow("underline to the right") << int(TabBar::Underline) << 0 << 4;
+        QTest::newRow("underline to the left") << int(TabBar::Underline) << 4 << 1;
+        QTest::newRow("pill to the left") << int(TabBar::Pill) << 3 << 0;
+    }
+    // Every frame of a slide moves the selector the same way, from the old tab to the new,
+    // and the frames leave nothing of it behind on the screen.
     void slidesThroughFrames()
     {
-        Host host;
+        QFETCH(int, selector);
+        QFETCH(int, from);
+        QFETCH(int, to);
+        Host host{QTabBar::RoundedNorth, TabBar::Shape(selector)};
         TabBar& bar = *host.bar;
+        if (selector == TabBar::Pill)
+            host.window.setStyleSheet("OrvantaQT--TabBar::tab { background: transparent; border: none; padding: 8px; }");
+        bar.setCurrentIndex(from);
         QVERIFY(host.Show());
         const QRect first = bar.SelectorRect();
         Frames frames(&bar);
-        bar.setCurrentIndex(4);
+        bar.setCurrentIndex(to);
         QVERIFY(host.Rests());
         QTRY_VERIFY(!frames.rects.isEmpty() && frames.rects.last() == Resting(bar));
         QVector<int> lefts;
         int between = 0;
         for (const QRect& rect : frames.rects) {
             lefts << rect.left();
-            between += rect.left() > first.left() && rect.left() < Resting(bar).left();
+            between += rect.left() != first.left() && rect.left() != Resting(bar).left();
         }
         QVERIFY2(between >= 3, "frames on the way");
         QCOMPARE(frames.rects.first(), first);
-        QVERIFY(TestSupport::IsMonotonic(lefts, true));
+        QVERIFY(TestSupport::IsMonotonic(lefts, to > from));
         // The width changes from the first tab's to the last one's on the way.
-        QCOMPARE(frames.rects.last().width(), bar.tabRect(4).width());
+        QCOMPARE(frames.rects.last().width(), Resting(bar).width());
+        const QRect area(bar.mapTo(&host.window, QPoint()), bar.size());
+        const QImage screen = host.window.screen()->grabWindow(host.window.winId()).toImage().copy(area);
+        const QImage painted = TestSupport::Render(&host.window, 1.0, host.window.palette().color(QPalette::Window))
+                                   .copy(area)
+                                   .convertToFormat(screen.format());
+        QCOMPARE(TestSupport::Changed(screen, painted), QRect());
     }
 
     void stillStyle_data()
@@ -391,6 +413,14 @@ private Q_SLOTS:
         QCOMPARE(at(QPoint(selector.left() + 1, selector.center().y())), colour);
         QVERIFY(at(selector.topLeft()).alpha() < 128);
         QVERIFY(at(selector.bottomRight()).alpha() < 128);
+        int smoothed = 0; // pixels of the corner's edge partly covered
+        for (int y = 0; y < 8 * ratio; ++y) {
+            for (int x = 0; x < 8 * ratio; ++x) {
+                const int alpha = image.pixelColor(selector.topLeft() * ratio + QPoint(x, y)).alpha();
+                smoothed += alpha > 0 && alpha < 255;
+            }
+        }
+        QVERIFY(smoothed >= 4);
         if (ratio > 1) // the corner drawn at the finer pixels, not magnified
             QVERIFY(image.pixelColor(selector.topLeft() * ratio + QPoint(3, 3)).alpha() < 255);
     }
@@ -422,6 +452,14 @@ private Q_SLOTS:
         QCOMPARE(bar.currentIndex(), 3);
         QVERIFY(host.Rests());
         QCOMPARE(bar.SelectorRect(), Resting(bar));
+        // A press the bar lost when it was hidden drags nothing after.
+        Send(&bar, QEvent::MouseButtonPress, host.TabCentre(3), Qt::LeftButton);
+        host.window.hide();
+        QVERIFY(host.Show());
+        Send(&bar, QEvent::MouseMove, host.TabCentre(3) + QPoint(40, 0), Qt::LeftButton);
+        QCOMPARE(bar.SelectorRect(), Resting(bar));
+        Send(&bar, QEvent::MouseButtonRelease, host.TabCentre(3) + QPoint(40, 0), Qt::NoButton);
+        QCOMPARE(Titles(bar), QStringList({"One", "Three", "Four", "Two", "Five"}));
         // A press on another tab is no drag of the current one.
         Send(&bar, QEvent::MouseButtonPress, host.TabCentre(0), Qt::LeftButton);
         Send(&bar, QEvent::MouseMove, host.TabCentre(0) + QPoint(2, 0), Qt::LeftButton);
@@ -547,6 +585,7 @@ private Q_SLOTS:
         QTest::newRow("every tab removed mid-slide") << "remove all";
         QTest::newRow("bar deleted mid-slide") << "delete";
         QTest::newRow("tabs hidden") << "hide tab";
+        QTest::newRow("shape changed mid-slide") << "shape";
     }
     void lifetime()
     {
@@ -569,6 +608,10 @@ private Q_SLOTS:
             delete bar;
             QTest::qWait(100);
             QVERIFY(!bar);
+        } else if (how == "shape") {
+            bar->SetSelectorShape(TabBar::Pill);
+            QVERIFY2(!bar->IsSelectorMoving(), "in place at once in its new shape");
+            QCOMPARE(bar->SelectorRect(), Resting(*bar));
         } else {
             bar->setTabVisible(4, false);
             QVERIFY(host.Rests());

@@ -21,7 +21,6 @@ void ClearBackground(QWidget* widget)
 TransparentWidget::TransparentWidget(QWidget* parent)
     : QWidget(parent)
 {
-    ClearBackground(this);
 }
 
 TransparentWidget::~TransparentWidget() = default;
@@ -34,15 +33,9 @@ bool TransparentWidget::event(QEvent* event)
     case QEvent::Polish:
     case QEvent::StyleChange:
     case QEvent::PaletteChange:
+    // QScrollArea::setWidget() turns the fill on before it shows its new widget.
     case QEvent::Show:
         ClearBackground(this);
-        break;
-    case QEvent::ParentChange:
-        ClearBackground(this);
-        // A new owner may turn the fill on right after taking the widget, as
-        // QScrollArea::setWidget() does; undone before the next paint.
-        QMetaObject::invokeMethod(
-            this, [this] { ClearBackground(this); }, Qt::QueuedConnection);
         break;
     default:
         break;

@@ -27,7 +27,7 @@ protected:
 };
 
 // What asks a container for a blue background.
-enum class Ask { WindowStyleSheet, OwnStyleSheet, Palette, ScrollAreaWidget };
+enum class Ask { WindowStyleSheet, OwnStyleSheet, StyledBackground, Palette, ScrollAreaWidget };
 
 void AskForBackground(Ask ask, QWidget* picture, QWidget* container)
 {
@@ -37,6 +37,11 @@ void AskForBackground(Ask ask, QWidget* picture, QWidget* container)
         picture->setStyleSheet(QStringLiteral("QWidget { background: blue; } QScrollArea { background: blue; }"));
         break;
     case Ask::OwnStyleSheet:
+        container->setStyleSheet(QStringLiteral("background: blue;"));
+        break;
+    case Ask::StyledBackground:
+        // As Qt's advice for style sheets on widgets of one's own class goes.
+        container->setAttribute(Qt::WA_StyledBackground);
         container->setStyleSheet(QStringLiteral("background: blue;"));
         break;
     case Ask::Palette:
@@ -55,6 +60,7 @@ void AddRows()
     QTest::addColumn<Ask>("ask");
     QTest::newRow("style sheet of the window") << Ask::WindowStyleSheet;
     QTest::newRow("style sheet of its own") << Ask::OwnStyleSheet;
+    QTest::newRow("styled background turned on") << Ask::StyledBackground;
     QTest::newRow("palette with the fill on") << Ask::Palette;
     QTest::newRow("scroll area's widget") << Ask::ScrollAreaWidget;
 }
@@ -99,8 +105,11 @@ private Q_SLOTS:
                 container->setParent(&picture);
                 container->setGeometry(container == plain ? 0 : 120, 0, 100, 100);
             }
-            AskForBackground(ask, &picture, container);
         }
+        // Asked once the parents are settled.
+        QCoreApplication::processEvents();
+        for (QWidget* container : {plain, transparent})
+            AskForBackground(ask, &picture, container);
         QVERIFY(TestSupport::ShowAndWait(&picture));
         const QImage image = TestSupport::Render(&picture);
         const QPoint inPlain = plain->mapTo(&picture, QPoint(50, 50));
@@ -113,6 +122,33 @@ private Q_SLOTS:
         picture.setStyleSheet(picture.styleSheet() + QStringLiteral(" "));
         transparent->setStyleSheet(transparent->styleSheet() + QStringLiteral(" "));
         QCOMPARE(TestSupport::Render(&picture).pixelColor(inTransparent), kPicture);
+        // And when it is shown again after someone turned the fill on.
+        transparent->setAutoFillBackground(true);
+        picture.hide();
+        QVERIFY(TestSupport::ShowAndWait(&picture));
+        QCOMPARE(TestSupport::Render(&picture).pixelColor(inTransparent), kPicture);
+    }
+
+    // Moved into a shown scroll area after it was shown itself: setWidget() turns the fill
+    // on, and it is undone before the next paint.
+    void movedIntoAScrollArea()
+    {
+        Picture picture;
+        picture.resize(240, 100);
+        auto* transparent = new TransparentWidget(&picture);
+        transparent->setGeometry(0, 0, 100, 100);
+        auto* area = new QScrollArea(&picture);
+        area->setFrameShape(QFrame::NoFrame);
+        area->viewport()->setAutoFillBackground(false);
+        area->setGeometry(120, 0, 100, 100);
+        QVERIFY(TestSupport::ShowAndWait(&picture));
+        QPalette palette = transparent->palette();
+        palette.setColor(QPalette::Window, kBackground);
+        transparent->setPalette(palette);
+        area->setWidget(transparent);
+        QVERIFY(transparent->isVisible());
+        QCoreApplication::processEvents();
+        QCOMPARE(TestSupport::Render(&picture).pixelColor(170, 50), kPicture);
     }
 
     void scrollableTransparentWidget_data() { AddRows(); }

@@ -34,8 +34,8 @@ class QT_HALVO_EXPORT FocusPolicyController : public QObject
     Q_PROPERTY(bool focusable READ IsFocusable WRITE SetFocusable)
 
 public:
-    // A null parent makes the root the parent. A null root is logged; such a controller
-    // does nothing.
+    // A null parent makes the root the parent (so make it with new, or give it a parent
+    // that does not outlive it). A null root is logged; such a controller does nothing.
     explicit FocusPolicyController(QWidget* root, QObject* parent = nullptr);
     ~FocusPolicyController() override;
 

@@ -159,17 +159,17 @@ bool WidgetGroupHelper::eventFilter(QObject* watched, QEvent* event)
     if (event->type() != QEvent::KeyPress)
         return false;
     auto* key = static_cast<QKeyEvent*>(event);
-    if (!IsArrow(key->key()) || (key->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
-        return false;
     const int index = IndexOf(watched);
-    if (index < 0)
+    if (!IsArrow(key->key()) || index < 0)
         return false;
+    const bool plain = (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
     QWidget* from = m_members.at(index).widget;
-    if (QWidget* to = Neighbour(from, key->key() == Qt::Key_Right || key->key() == Qt::Key_Down)) {
+    if (QWidget* to = plain ? Neighbour(from, key->key() == Qt::Key_Right || key->key() == Qt::Key_Down) : nullptr) {
         MakeCurrent(to);
         to->setFocus(Qt::TabFocusReason);
     }
-    // Taken at the ends too: a button's own arrow handling would leave the group.
+    // Taken also at the ends and with modifiers: a button's own arrow handling (which
+    // ignores modifiers) would move among the buttons of the group alone, by geometry.
     return true;
 }
 

@@ -19,8 +19,9 @@ namespace OrvantaQT {
 //
 // The arrow keys move the selection, and the focus with it, between the members in the
 // order they were added: Left and Up to the one before, Right and Down to the next,
-// passing over disabled and hidden ones and stopping at the ends. The helper takes those
-// arrow keys from its members, whose own arrow handling would move the focus a second time.
+// passing over disabled and hidden ones and stopping at the ends. The helper takes the
+// arrow keys that reach its members (with modifiers too, which move nothing), whose own
+// arrow handling would move the focus a second time.
 //
 // A member that is deleted or removed leaves the group; when it was the selected one, the
 // current member becomes none (CurrentChanged(nullptr)).

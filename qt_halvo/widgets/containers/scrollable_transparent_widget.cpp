@@ -11,8 +11,6 @@ namespace {
 
 void ClearBackground(QWidget* widget)
 {
-    if (!widget)
-        return;
     if (widget->autoFillBackground())
         widget->setAutoFillBackground(false);
     widget->setAttribute(Qt::WA_StyledBackground, false);
@@ -26,12 +24,8 @@ ScrollableTransparentWidget::ScrollableTransparentWidget(QWidget* parent)
     setFrameShape(QFrame::NoFrame);
     // A TransparentWidget keeps itself clear of what the area and style sheets set on it.
     setViewport(new TransparentWidget);
-    ClearBackground(viewport());
-    viewport()->installEventFilter(this);
     setWidgetResizable(true);
     setWidget(NameChild(new TransparentWidget, "ScrollableTransparentWidget", "Content"));
-    ClearBackground(widget());
-    ClearBackground(this);
 }
 
 ScrollableTransparentWidget::~ScrollableTransparentWidget() = default;
@@ -43,38 +37,22 @@ QWidget* ScrollableTransparentWidget::GetContent() const
 
 bool ScrollableTransparentWidget::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == viewport()) {
-        switch (event->type()) {
-        case QEvent::ChildAdded:
-            // setWidget() turns the content's fill on after it takes it; undone before the
-            // next paint.
-            QMetaObject::invokeMethod(
-                this, [this] { ClearBackground(widget()); }, Qt::QueuedConnection);
-            break;
-        case QEvent::ChildPolished:
-            ClearBackground(widget());
-            break;
-        default:
-            break;
-        }
-    }
-    return QScrollArea::eventFilter(watched, event);
+    // QScrollArea filters its widget's events. setWidget() turns the widget's fill on
+    // before it shows it, and the style polishes it before it is shown or after a change.
+    const bool result = QScrollArea::eventFilter(watched, event);
+    if (watched == widget()
+        && (event->type() == QEvent::Show || event->type() == QEvent::StyleChange
+            || event->type() == QEvent::PaletteChange))
+        ClearBackground(widget());
+    return result;
 }
 
 bool ScrollableTransparentWidget::event(QEvent* event)
 {
     // After QScrollArea's handling: its Polish is where the style polishes the area.
     const bool result = QScrollArea::event(event);
-    switch (event->type()) {
-    case QEvent::Polish:
-    case QEvent::StyleChange:
-    case QEvent::PaletteChange:
+    if (event->type() == QEvent::Polish || event->type() == QEvent::StyleChange)
         ClearBackground(this);
-        ClearBackground(widget());
-        break;
-    default:
-        break;
-    }
     return result;
 }
 

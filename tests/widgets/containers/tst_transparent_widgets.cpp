@@ -149,6 +149,21 @@ private Q_SLOTS:
         QVERIFY(transparent->isVisible());
         QCoreApplication::processEvents();
         QCOMPARE(TestSupport::Render(&picture).pixelColor(170, 50), kPicture);
+
+        // A plain widget of the user's, shown and styled before, in a transparent area.
+        auto* scrollable = new ScrollableTransparentWidget(&picture);
+        scrollable->setGeometry(0, 0, 100, 100);
+        auto* own = new QWidget(&picture);
+        own->setStyleSheet(QStringLiteral("background: blue;"));
+        own->setGeometry(0, 0, 100, 100);
+        scrollable->show();
+        own->show();
+        QCOMPARE(TestSupport::Render(&picture).pixelColor(50, 50), kBackground);
+        scrollable->setWidget(own);
+        QCoreApplication::processEvents();
+        QCOMPARE(TestSupport::Render(&picture).pixelColor(50, 50), kPicture);
+        own->setStyleSheet(QStringLiteral("background: blue; border: none;"));
+        QCOMPARE(TestSupport::Render(&picture).pixelColor(50, 50), kPicture);
     }
 
     void scrollableTransparentWidget_data() { AddRows(); }
@@ -187,6 +202,7 @@ private Q_SLOTS:
             AskForBackground(ask, &picture, area);
             if (ask == Ask::Palette) {
                 area->viewport()->setPalette(area->palette());
+                area->viewport()->setAutoFillBackground(true);
                 area->widget()->setPalette(area->palette());
                 area->widget()->setAutoFillBackground(true);
             }

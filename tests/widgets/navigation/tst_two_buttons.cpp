@@ -125,7 +125,8 @@ private Q_SLOTS:
         QCOMPARE(shortcuts, focus == QLatin1String("outside") ? 1 : 0);
         QVERIFY(dialog.isVisible());
         QTest::mouseClick(pair->RejectButton(), Qt::LeftButton);
-        QCOMPARE(log.Take(), QStringList("Rejected()"));
+        QTest::mouseClick(pair->AcceptButton(), Qt::LeftButton);
+        QCOMPARE(log.Take(), TestSupport::Words("Rejected() Accepted()"));
     }
 
     void pixels_data()
@@ -149,6 +150,9 @@ private Q_SLOTS:
         TwoButtons pair;
         pair.setStyle(&style);
         pair.setGeometry(100, 100, 200, 28); // one band high: the rows as the picture has them
+        QPalette dark = pair.palette(); // a dark desktop's, whose light text would not show
+        dark.setColor(QPalette::ButtonText, Qt::white);
+        pair.setPalette(dark);
         QVERIFY(TestSupport::ShowAndWait(&pair));
         QPushButton* accept = pair.AcceptButton();
         if (state.contains(QLatin1String("hovered"))) {
@@ -162,6 +166,12 @@ private Q_SLOTS:
         QCOMPARE(TestSupport::Pixels(TestSupport::Render(&pair), {{0, 0}, {0, 14}, {50, 3}, {98, 3}, {100, 14}, {150, 3}, {199, 14}}),
                  QStringList({BandColour(band, {0, 0}), BandColour(band, {0, 14}), BandColour(band, {24, 3}),
                               BandColour(band, {24, 3}), BandColour(0, {0, 14}), BandColour(0, {24, 3}), BandColour(0, {47, 14})}));
+        const QImage text = TestSupport::Render(&pair).copy(20, 6, 60, 16);
+        int darkest = 255;
+        for (int y = 0; y < text.height(); ++y)
+            for (int x = 0; x < text.width(); ++x)
+                darkest = qMin(darkest, text.pixelColor(x, y).lightness());
+        QVERIFY2(darkest < 96, qPrintable(QString::number(darkest)));
         // The bands differ where the test looks, or it would prove nothing.
         QCOMPARE(QSet<QString>({BandColour(0, {24, 3}), BandColour(1, {24, 3}), BandColour(2, {24, 3})}).size(), 3);
         if (state.contains(QLatin1String("pressed")))

@@ -489,7 +489,6 @@ void ToolBar::InsertItem(int index, QAction* action)
         policy.setRetainSizeWhenHidden(true);
         item.widget->setSizePolicy(policy);
     }
-    item.widget->hide(); // shown where it fits
 
     const int count = m_items.size();
     m_items.insert(index, item);
@@ -762,10 +761,8 @@ QAction* ToolBar::EntryFor(Item& item)
         return item.action;
     // A menu the action does not carry goes into the overflow menu on a proxy.
     QMenu* menu = item.button->menu();
-    if (!item.proxy && menu && (!item.action || item.action->menu() != menu)) {
-        item.proxy = new QAction(this);
-        connect(item.proxy, &QAction::triggered, this, &ToolBar::OnProxyTriggered);
-    }
+    if (!item.proxy && menu && (!item.action || item.action->menu() != menu))
+        item.proxy = new QAction(this); // a submenu's title: nothing to trigger
     return item.proxy ? item.proxy : item.action;
 }
 

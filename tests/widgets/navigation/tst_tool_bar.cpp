@@ -169,6 +169,7 @@ QImage SolidPicture(const QColor& colour, const QSize& size)
 }
 
 using Call = std::function<bool(ToolBar&)>;
+using Change = std::function<void(ToolBar*, ToolBarButton*)>;
 
 // What shows on the bar and in the overflow menu at widths of the bar of Bar.
 struct Order
@@ -196,6 +197,7 @@ const Order& OrderAt(int width)
 } // namespace
 
 Q_DECLARE_METATYPE(Call)
+Q_DECLARE_METATYPE(Change)
 
 class TestToolBar : public QObject
 {
@@ -276,6 +278,7 @@ private Q_SLOTS:
         fixture.actions.value(QStringLiteral("C"))->setVisible(true);
         QCOMPARE(fixture.OnBar(), QStringLiteral("A B | C W"));
         QCOMPARE(fixture.InMenu(), QStringLiteral("M D"));
+        QCoreApplication::processEvents(); // what showing and hiding items asked for
         fixture.Button("D")->setFixedWidth(60);
         QTRY_COMPARE(bar->sizeHint().width(), full + 20);
     }
@@ -500,6 +503,87 @@ private Q_SLOTS:
         QCOMPARE(fixture.OnBar(), QStringLiteral("A B | C W M D N"));
     }
 
+    // A button added with an action and a menu of its own (the action on a click, the
+    // menu on its arrow) goes into the overflow menu as that submenu under the action's
+    // name, and comes back as it was.
+    void addedButtonWithActionAndMenu()
+    {
+        Bar fixture(100);
+        QAction open(QStringLiteral("Open"));
+        QMenu recent;
+        recent.addAction(QStringLiteral("Recent"));
+        auto* button = new ToolBarButton(&open);
+        button->setMenu(&recent);
+        button->setPopupMode(QToolButton::MenuButtonPopup);
+        QCOMPARE(fixture.bar->AddButton(button), button);
+        QCOMPARE(fixture.bar->ActionForButton(button), &open);
+        QCOMPARE(fixture.bar->ButtonForAction(&open), button);
+        QVERIFY(TestSupport::ShowAndWait(&fixture.window));
+        QAction* entry = fixture.bar->OverflowActions().last();
+        QCOMPARE(entry->text(), QStringLiteral("Open"));
+        QCOMPARE(entry->menu(), &recent);
+        QCOMPARE(fixture.InMenu(), QStringLiteral("B | C W M D Open"));
+        fixture.SetWidth(fixture.bar->sizeHint().width());
+        QCOMPARE(fixture.OnBar(), QStringLiteral("A B | C W M D Open"));
+        QVERIFY(fixture.bar->OverflowMenu()->actions().isEmpty());
+        QCOMPARE(button->menu(), &recent);
+    }
+
+    // A button added without an action is followed by the bar's action for it: text,
+    // icon, tooltip, enabled and check state, on the bar and in the overflow menu.
+    void addedButtonActionFollows()
+    {
+        Bar fixture;
+        auto* button = new ToolBarButton;
+        button->setText(QStringLiteral("Pin"));
+        button->setToolTip(QStringLiteral("Pin the page"));
+        QPixmap red(16, 16);
+        red.fill(Qt::red);
+        button->setIcon(QIcon(red));
+        button->setCheckable(true);
+        button->setChecked(true);
+        fixture.bar->AddButton(button);
+        button->setFixedSize(40, 24);
+        QVERIFY(TestSupport::ShowAndWait(&fixture.window));
+        QAction* action = fixture.bar->ActionForButton(button);
+        QVERIFY(action);
+        const auto state = [](QAction* action) {
+            return QStringLiteral("%1|%2|%3|%4|%5")
+                .arg(action->text(), action->toolTip())
+                .arg(action->icon().pixmap(16).toImage().pixelColor(8, 8).name())
+                .arg(action->isEnabled())
+                .arg(action->isChecked());
+        };
+        QCOMPARE(state(action), QStringLiteral("Pin|Pin the page|#ff0000|1|1"));
+        fixture.SetWidth(100);
+        QCOMPARE(fixture.bar->OverflowActions().last(), action);
+        button->setText(QStringLiteral("Unpin"));
+        button->setEnabled(false);
+        button->setChecked(false);
+        fixture.bar->OverflowMenu()->popup(QPoint(0, 0));
+        QVERIFY(QTest::qWaitForWindowExposed(fixture.bar->OverflowMenu()));
+        QCOMPARE(state(action), QStringLiteral("Unpin|Pin the page|#ff0000|0|0"));
+        fixture.bar->OverflowMenu()->hide();
+    }
+
+    // A new size of an item reaches the layout the bar is in.
+    void sizeReachesParentLayout()
+    {
+        QWidget window;
+        auto* column = new QVBoxLayout(&window);
+        column->setContentsMargins(0, 0, 0, 0);
+        auto* bar = new ToolBar;
+        column->addWidget(bar);
+        column->addStretch();
+        ToolBarButton* button = bar->AddAction(QStringLiteral("Tall"));
+        window.resize(300, 200);
+        QVERIFY(TestSupport::ShowAndWait(&window));
+        QTRY_COMPARE(bar->height(), bar->sizeHint().height());
+        button->setFixedHeight(60);
+        QTRY_COMPARE(bar->height(), 66);
+        QCOMPARE(button->geometry(), QRect(3, 3, button->width(), 60));
+    }
+
     // The style properties follow the pointer and the check state, and the button is
     // painted from the band of its state.
     void hoveredAndSelected()
@@ -622,6 +706,87 @@ private Q_SLOTS:
         QCOMPARE(TestSupport::Render(&button).pixelColor(3, 12), QColor(Qt::green));
         button.SetBackgroundImage(QString());
         QCOMPARE(TestSupport::Render(&button).pixelColor(3, 12), QColor(Qt::transparent));
+    }
+
+    // Over the band the style draws the icon, and the small arrow of a menu that opens
+    // on a press unless it is turned off (as on the overflow button).
+    void labelOverBand()
+    {
+        ToolBarButton button;
+        button.resize(40, 24);
+        QPixmap red(16, 16);
+        red.fill(Qt::red);
+        button.setIcon(QIcon(red));
+        button.setIconSize(QSize(16, 16));
+        QCOMPARE(TestSupport::Render(&button).pixelColor(20, 12), QColor(Qt::red));
+
+        ToolBarButton menuButton;
+        menuButton.resize(40, 24);
+        QMenu menu;
+        menu.addAction(QStringLiteral("One"));
+        menuButton.setMenu(&menu);
+        menuButton.setPopupMode(QToolButton::InstantPopup);
+        QVERIFY(menuButton.IsMenuIndicatorVisible());
+        const QImage withArrow = TestSupport::Render(&menuButton);
+        menuButton.SetMenuIndicatorVisible(false);
+        const QImage without = TestSupport::Render(&menuButton);
+        QVERIFY(!TestSupport::Changed(withArrow, without).isEmpty());
+        QImage nothing(without.size(), without.format()); // the normal band is clear
+        nothing.fill(Qt::transparent);
+        QCOMPARE(without, nothing);
+    }
+
+    void settersRepaint_data()
+    {
+        QTest::addColumn<Change>("change");
+        QTest::addColumn<bool>("ofBar"); // else of the button
+        QTest::newRow("bar picture") << Change([](ToolBar* bar, ToolBarButton*) {
+            bar->SetBackgroundImage(QStringLiteral(":/tool_bar_button.png"));
+        }) << true;
+        QTest::newRow("bar borders") << Change([](ToolBar* bar, ToolBarButton*) { bar->SetBackgroundBorder(2); }) << true;
+        QTest::newRow("button picture") << Change([](ToolBar*, ToolBarButton* button) {
+            button->SetBackgroundImage(QStringLiteral(":/tool_bar_background.png"));
+        }) << false;
+        QTest::newRow("button borders") << Change([](ToolBar*, ToolBarButton* button) {
+            button->SetBackgroundBorders(QMargins(1, 2, 3, 4));
+        }) << false;
+        QTest::newRow("menu indicator") << Change([](ToolBar*, ToolBarButton* button) {
+            button->SetMenuIndicatorVisible(false);
+        }) << false;
+    }
+    // What changes the picture paints again.
+    void settersRepaint()
+    {
+        QFETCH(Change, change);
+        QFETCH(bool, ofBar);
+        Bar fixture;
+        QVERIFY(TestSupport::ShowAndWait(&fixture.window));
+        ToolBarButton* button = fixture.Button("M");
+        QWidget* changed = ofBar ? static_cast<QWidget*>(fixture.bar) : button;
+        QVERIFY(TestSupport::Repaints(changed, [&] { change(fixture.bar, button); }));
+    }
+
+    // A menu opening under the pointer does not end the hover of its button.
+    void hoverKeptWhileMenuOpens()
+    {
+        QCursor::setPos(0, 0);
+        Bar fixture;
+        fixture.window.move(100, 100);
+        QVERIFY(TestSupport::ShowAndWait(&fixture.window));
+        ToolBarButton* button = fixture.Button("M");
+        QCursor::setPos(button->mapToGlobal(button->rect().center()));
+        QTRY_COMPARE(button->property("hovered"), QVariant(true));
+        QVariant hoveredWhileOpen;
+        QTimer::singleShot(0, this, [&] {
+            QTRY_VERIFY(fixture.menu->isVisible());
+            QTest::qWait(50);
+            hoveredWhileOpen = button->property("hovered");
+            fixture.menu->hide();
+        });
+        QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, button->rect().center());
+        QCOMPARE(hoveredWhileOpen, QVariant(true));
+        QCOMPARE(TestSupport::Render(button).pixelColor(3, 12), kHoveredBand);
+        QCursor::setPos(0, 0);
     }
 
     void guards_data()
@@ -811,6 +976,11 @@ private Q_SLOTS:
         fixture.bar->InsertAction(fixture.actions.value(QStringLiteral("D")), fixture.bar->AddWidget(spacer));
         QVERIFY(TestSupport::ShowAndWait(&fixture.window));
         QCOMPARE(fixture.OnBar(), QStringLiteral("A B | C W M Spacer D"));
+        ToolBarButton* first = fixture.bar->InsertAction(fixture.actions.value(QStringLiteral("A")), new QAction(
+            QStringLiteral("Z"), &fixture.window));
+        first->setFixedSize(40, 24);
+        QTRY_COMPARE(fixture.OnBar(), QStringLiteral("Z A B | C W M Spacer D"));
+        delete first->defaultAction();
         QCOMPARE(fixture.Button("D")->geometry().right(), 400 - 4);
         QCOMPARE(fixture.Button("A")->x(), 3);
         fixture.bar->setLayoutDirection(Qt::RightToLeft);
@@ -855,6 +1025,7 @@ private Q_SLOTS:
         QCOMPARE(added->focusPolicy(), Qt::TabFocus);
         const int extent = bar->style()->pixelMetric(QStyle::PM_ToolBarIconSize);
         QCOMPARE(made->iconSize(), QSize(extent, extent));
+        QCOMPARE(bar->OverflowButton()->iconSize(), QSize(extent, extent));
         QCOMPARE(TestSupport::FirstNotReset(bar, {{"iconSize", QSize(40, 40)}}), QString());
         QCOMPARE(made->iconSize(), QSize(extent, extent));
         bar->SetIconSize(QSize(40, 40));

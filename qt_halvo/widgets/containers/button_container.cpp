@@ -32,7 +32,8 @@ void ButtonContainer::InsertButton(int index, QWidget* button, int stretch, Qt::
         QTH_LOG_WARNING("ButtonContainer: a container cannot hold itself or its own parent");
         return;
     }
-    // Moved, not doubled: the layout would otherwise keep two items for one widget.
+    // A widget already in the row moves. QLayout would take it out itself, but only after
+    // the index below is checked against the row with it still in.
     if (m_layout->indexOf(button) >= 0)
         m_layout->removeWidget(button);
     if (index < 0 || index > m_layout->count())

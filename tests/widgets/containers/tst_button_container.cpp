@@ -57,7 +57,7 @@ private Q_SLOTS:
     void spacing_data()
     {
         QTest::addColumn<bool>("pairwise"); // the style has no general metric
-        QTest::addColumn<int>("set");       // -1: set to 11 and reset
+        QTest::addColumn<int>("set");       // -1: set to 0 and reset
         QTest::addColumn<int>("gap");
         QTest::newRow("the style's metric") << false << -1 << 7;
         QTest::newRow("the style's pair spacing") << true << -1 << 3;
@@ -79,9 +79,9 @@ private Q_SLOTS:
         row.AddButton(Button("B"));
         row.InsertButton(0, Button("A"));
         row.InsertButton(99, Button("C"));
-        row.AddButton(row.Buttons().at(1)); // moved, not doubled
-        QCOMPARE(Names(row.Buttons()), QStringLiteral("A C B"));
-        row.SetSpacing(set < 0 ? 11 : set);
+        row.AddButton(row.Buttons().at(0)); // moved, not doubled
+        QCOMPARE(Names(row.Buttons()), QStringLiteral("B C A"));
+        row.SetSpacing(qMax(set, 0));
         if (set < 0)
             QVERIFY(row.metaObject()->property(row.metaObject()->indexOfProperty("spacing")).reset(&row));
         QCOMPARE(row.GetSpacing(), set);
@@ -155,6 +155,9 @@ private Q_SLOTS:
         QWidget* only = row->Buttons().first();
         row->RemoveButton(only);
         QCOMPARE(row->Count(), 0);
+        row->InsertStretch(99);
+        row->InsertStretch(-5);
+        QCOMPARE(row->Count(), 2);
         QVERIFY(!only->parentWidget() && only->isHidden());
         delete only;
     }

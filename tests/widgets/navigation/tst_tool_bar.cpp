@@ -284,7 +284,7 @@ private Q_SLOTS:
     }
 
     // Narrowed and widened again, the bar shows at each width what one made at that width
-    // shows, with the very same widgets: nothing is made again, the line edit goes to the
+    // shows, with the very same widgets: no child is added, the line edit goes to the
     // menu and comes back.
     void itemsComeBack()
     {
@@ -292,60 +292,33 @@ private Q_SLOTS:
         QVERIFY(TestSupport::ShowAndWait(&fixture.window));
         const QSet<QWidget*> widgets = fixture.Widgets();
         QVERIFY(widgets.contains(fixture.edit));
+        struct : QObject
+        {
+            QObject* edit = nullptr; // moves, is not made
+            int added = 0;
+            bool eventFilter(QObject*, QEvent* event) override
+            {
+                added += event->type() == QEvent::ChildAdded && static_cast<QChildEvent*>(event)->child() != edit;
+                return false;
+            }
+        } children;
+        children.edit = fixture.edit;
         TestSupport::SignalLog log(fixture.bar, {"OverflowChanged()"});
         for (const int width : {26, 150, 286, 100, 240, 286}) {
             fixture.SetWidth(width);
             QCOMPARE(fixture.OnBar(), QString::fromLatin1(OrderAt(width).onBar));
             QCOMPARE(fixture.InMenu(), QString::fromLatin1(OrderAt(width).inMenu));
+            if (width == 26) // everything has been made
+                fixture.bar->installEventFilter(&children);
         }
         QCOMPARE(log.Take().size(), 6);
         fixture.SetWidth(286);
         QCOMPARE(log.Take(), QStringList());
         QCOMPARE(fixture.Widgets(), widgets);
+        QCOMPARE(children.added, 0);
         QCOMPARE(fixture.edit->parentWidget(), fixture.bar);
         QVERIFY(fixture.edit->isVisible());
         QCOMPARE(fixture.bar->WidgetForAction(fixture.editAction), fixture.edit);
-    }
-
-    // Forty buttons resized through every width from wide to narrow and back: no child is
-    // added to the bar and every button stays the one made for its action.
-    void noWidgetMadeOnRelayout()
-    {
-        QWidget window;
-        auto* bar = new ToolBar(&window);
-        QVector<QPointer<ToolBarButton>> buttons;
-        for (int i = 0; i < 40; ++i)
-            buttons << bar->AddAction(QString::number(i));
-        window.resize(bar->sizeHint().width() + 20, 60);
-        bar->resize(bar->sizeHint());
-        QVERIFY(TestSupport::ShowAndWait(&window));
-        int childrenAdded = 0;
-        struct Counter : QObject
-        {
-            int* count;
-            bool eventFilter(QObject*, QEvent* event) override
-            {
-                *count += event->type() == QEvent::ChildAdded;
-                return false;
-            }
-        } counter;
-        counter.count = &childrenAdded;
-        bar->installEventFilter(&counter);
-        const int full = bar->width();
-        for (int width = full; width > 0; width -= 7)
-            bar->resize(width, bar->height());
-        QCOMPARE(bar->OverflowActions().size(), 40);
-        for (int width = 1; width <= full; width += 5)
-            bar->resize(width, bar->height());
-        bar->resize(full, bar->height());
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCOMPARE(childrenAdded, 0);
-        QVERIFY(bar->OverflowActions().isEmpty());
-        for (int i = 0; i < 40; ++i) {
-            QVERIFY(buttons.at(i));
-            QCOMPARE(bar->ButtonForAction(buttons.at(i)->defaultAction()), buttons.at(i).data());
-            QVERIFY(buttons.at(i)->isVisible());
-        }
     }
 
     // A QWidgetAction that makes its widgets gives the menu a widget of its own and the
@@ -478,55 +451,44 @@ private Q_SLOTS:
         QCOMPARE(ways[false], expected);
     }
 
-    // A button added with its own menu (not its action's) goes into the overflow menu as
-    // that submenu; when the menu is deleted it is a plain entry that clicks the button.
+    void addedButtonWithMenu_data()
+    {
+        QTest::addColumn<bool>("withAction");
+        QTest::newRow("no action") << false;
+        QTest::newRow("an action, the menu on the arrow") << true;
+    }
+    // A button added with a menu of its own (not its action's) goes into the overflow
+    // menu as that submenu, under its text, and comes back as it was. Its menu deleted,
+    // it is a plain entry that clicks the button.
     void addedButtonWithMenu()
     {
+        QFETCH(bool, withAction);
         Bar fixture(100);
-        auto* button = new ToolBarButton;
+        QAction open(QStringLiteral("N"));
+        auto* button = withAction ? new ToolBarButton(&open) : new ToolBarButton;
         button->setText(QStringLiteral("N"));
         auto* own = new QMenu;
         own->addAction(QStringLiteral("N1"));
         button->setMenu(own);
+        button->setPopupMode(withAction ? QToolButton::MenuButtonPopup : QToolButton::InstantPopup);
         QCOMPARE(fixture.bar->AddButton(button), button);
+        QCOMPARE(fixture.bar->ActionForButton(button) == &open, withAction);
+        QVERIFY(TestSupport::ShowAndWait(&fixture.window));
         QAction* entry = fixture.bar->OverflowActions().last();
-        QCOMPARE(entry->text(), QStringLiteral("N"));
+        QCOMPARE(fixture.InMenu(), QStringLiteral("B | C W M D N"));
         QCOMPARE(entry->menu(), own);
+        fixture.SetWidth(fixture.bar->sizeHint().width());
+        QCOMPARE(fixture.OnBar(), QStringLiteral("A B | C W M D N"));
+        QVERIFY(fixture.bar->OverflowMenu()->actions().isEmpty());
+        QCOMPARE(button->menu(), own);
+
         int clicks = 0;
         connect(button, &QAbstractButton::clicked, [&clicks] { ++clicks; });
         delete own;
-        QVERIFY(TestSupport::ShowAndWait(&fixture.window));
+        fixture.SetWidth(100);
         QVERIFY(!fixture.bar->OverflowActions().last()->menu());
         QVERIFY(ClickInOverflowMenu(fixture.bar, QStringLiteral("N")));
-        QCOMPARE(clicks, 1);
-        fixture.SetWidth(fixture.bar->sizeHint().width());
-        QCOMPARE(fixture.OnBar(), QStringLiteral("A B | C W M D N"));
-    }
-
-    // A button added with an action and a menu of its own (the action on a click, the
-    // menu on its arrow) goes into the overflow menu as that submenu under the action's
-    // name, and comes back as it was.
-    void addedButtonWithActionAndMenu()
-    {
-        Bar fixture(100);
-        QAction open(QStringLiteral("Open"));
-        QMenu recent;
-        recent.addAction(QStringLiteral("Recent"));
-        auto* button = new ToolBarButton(&open);
-        button->setMenu(&recent);
-        button->setPopupMode(QToolButton::MenuButtonPopup);
-        QCOMPARE(fixture.bar->AddButton(button), button);
-        QCOMPARE(fixture.bar->ActionForButton(button), &open);
-        QCOMPARE(fixture.bar->ButtonForAction(&open), button);
-        QVERIFY(TestSupport::ShowAndWait(&fixture.window));
-        QAction* entry = fixture.bar->OverflowActions().last();
-        QCOMPARE(entry->text(), QStringLiteral("Open"));
-        QCOMPARE(entry->menu(), &recent);
-        QCOMPARE(fixture.InMenu(), QStringLiteral("B | C W M D Open"));
-        fixture.SetWidth(fixture.bar->sizeHint().width());
-        QCOMPARE(fixture.OnBar(), QStringLiteral("A B | C W M D Open"));
-        QVERIFY(fixture.bar->OverflowMenu()->actions().isEmpty());
-        QCOMPARE(button->menu(), &recent);
+        QCOMPARE(clicks, withAction ? 0 : 1); // with one, its action stands for it
     }
 
     // A button added without an action is followed by the bar's action for it: text,
@@ -689,25 +651,6 @@ private Q_SLOTS:
         QCOMPARE(TestSupport::Render(fixture.Button("B")).pixelColor(3, 12), QColor(Qt::transparent));
     }
 
-    void buttonPicture()
-    {
-        ToolBarButton button;
-        button.resize(40, 24);
-        button.setCheckable(true);
-        button.setChecked(true);
-        QCOMPARE(TestSupport::Render(&button).pixelColor(3, 12), kPressedBand);
-        QTemporaryDir folder;
-        const QString bands = folder.filePath(QStringLiteral("bands.png"));
-        QImage picture(24, 72, QImage::Format_ARGB32_Premultiplied);
-        picture.fill(Qt::blue);
-        QPainter(&picture).fillRect(0, 24, 24, 24, Qt::green);
-        QVERIFY(picture.save(bands));
-        button.SetBackgroundImage(bands);
-        QCOMPARE(TestSupport::Render(&button).pixelColor(3, 12), QColor(Qt::green));
-        button.SetBackgroundImage(QString());
-        QCOMPARE(TestSupport::Render(&button).pixelColor(3, 12), QColor(Qt::transparent));
-    }
-
     // Over the band the style draws the icon, and the small arrow of a menu that opens
     // on a press unless it is turned off (as on the overflow button).
     void labelOverBand()
@@ -734,6 +677,19 @@ private Q_SLOTS:
         QImage nothing(without.size(), without.format()); // the normal band is clear
         nothing.fill(Qt::transparent);
         QCOMPARE(without, nothing);
+
+        // Another picture's bands.
+        QTemporaryDir folder;
+        const QString bands = folder.filePath(QStringLiteral("bands.png"));
+        QImage picture(24, 72, QImage::Format_ARGB32_Premultiplied);
+        picture.fill(Qt::blue);
+        QPainter(&picture).fillRect(0, 24, 24, 24, Qt::green);
+        QVERIFY(picture.save(bands));
+        menuButton.SetBackgroundImage(bands);
+        menuButton.setDown(true);
+        QCOMPARE(TestSupport::Render(&menuButton).pixelColor(3, 12), QColor(Qt::green));
+        menuButton.SetBackgroundImage(QString());
+        QCOMPARE(TestSupport::Render(&menuButton), nothing);
     }
 
     void settersRepaint_data()
@@ -854,79 +810,47 @@ private Q_SLOTS:
         QCOMPARE(mark.Texts(), QStringList(logged));
     }
 
-    void actionDeleted_data()
+    void itemDeleted_data()
     {
+        QTest::addColumn<QString>("item"); // D an action, W a QWidgetAction, M a menu
         QTest::addColumn<int>("width");
         QTest::addColumn<QString>("onBar");
         QTest::addColumn<QString>("inMenu");
-        QTest::newRow("on the bar") << 286 << "A B | C W M" << "";
-        QTest::newRow("in the overflow menu") << 100 << "A" << "B | C W M";
+        QTest::newRow("action on the bar") << "D" << 286 << "A B | C W M" << "";
+        QTest::newRow("action in the overflow menu") << "D" << 100 << "A" << "B | C W M";
+        QTest::newRow("QWidgetAction on the bar") << "W" << 286 << "A B | C M D" << "";
+        QTest::newRow("QWidgetAction in the overflow menu") << "W" << 150 << "A B" << "C M D";
+        QTest::newRow("menu on the bar") << "M" << 286 << "A B | C W D" << "";
+        QTest::newRow("menu in the overflow menu") << "M" << 150 << "A B" << "C W D";
     }
-    // Deleting an action takes its item off the bar or out of the menu; the button goes.
-    void actionDeleted()
+    // Deleting an action, a QWidgetAction or a button's menu takes the item off the bar or
+    // out of the overflow menu, its widget along; what is left still fits as before.
+    void itemDeleted()
     {
+        QFETCH(QString, item);
         QFETCH(int, width);
         QFETCH(QString, onBar);
         QFETCH(QString, inMenu);
         Bar fixture(width);
         QVERIFY(TestSupport::ShowAndWait(&fixture.window));
-        QPointer<ToolBarButton> button = fixture.Button("D");
-        delete fixture.actions.take(QStringLiteral("D"));
+        QPointer<QWidget> widget = item == QLatin1String("W") ? static_cast<QWidget*>(fixture.edit) : fixture.Button(qPrintable(item));
+        QVERIFY(widget);
+        if (item == QLatin1String("M"))
+            delete fixture.menu;
+        else
+            delete fixture.actions.take(item);
         QCOMPARE(fixture.OnBar(), onBar);
         QCOMPARE(fixture.InMenu(), inMenu);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(!button);
+        QVERIFY(!widget);
         if (!inMenu.isEmpty()) {
             fixture.bar->OverflowMenu()->popup(QPoint(0, 0));
             QVERIFY(QTest::qWaitForWindowExposed(fixture.bar->OverflowMenu()));
             fixture.bar->OverflowMenu()->hide();
         }
         fixture.SetWidth(fixture.bar->sizeHint().width());
-        QCOMPARE(fixture.OnBar(), QStringLiteral("A B | C W M"));
+        QCOMPARE(fixture.OnBar(), QStringLiteral("A B | C W M D").remove(QLatin1Char(' ') + item));
         QVERIFY(!fixture.bar->OverflowButton()->isVisible());
-    }
-
-    void widgetActionDeleted_data()
-    {
-        QTest::addColumn<int>("width");
-        QTest::newRow("on the bar") << 286;
-        QTest::newRow("in the overflow menu") << 150;
-    }
-    // A QWidgetAction deleted takes its widget along, wherever it is.
-    void widgetActionDeleted()
-    {
-        QFETCH(int, width);
-        Bar fixture(width);
-        QVERIFY(TestSupport::ShowAndWait(&fixture.window));
-        QPointer<QLineEdit> edit = fixture.edit;
-        delete fixture.editAction;
-        QVERIFY(!edit);
-        QVERIFY(!fixture.OnBar().contains(QLatin1Char('W')));
-        QVERIFY(!fixture.InMenu().contains(QLatin1Char('W')));
-        fixture.SetWidth(224);
-        QCOMPARE(fixture.OnBar(), QStringLiteral("A B | C M D"));
-        QCOMPARE(fixture.InMenu(), QString());
-    }
-
-    void menuDeleted_data()
-    {
-        QTest::addColumn<int>("width");
-        QTest::newRow("on the bar") << 286;
-        QTest::newRow("in the overflow menu") << 150;
-    }
-    // A menu button whose menu is deleted goes with it.
-    void menuDeleted()
-    {
-        QFETCH(int, width);
-        Bar fixture(width);
-        QVERIFY(TestSupport::ShowAndWait(&fixture.window));
-        QPointer<ToolBarButton> button = fixture.Button("M");
-        delete fixture.menu;
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(!button);
-        QVERIFY(!fixture.InMenu().contains(QLatin1Char('M')));
-        fixture.SetWidth(244);
-        QCOMPARE(fixture.OnBar(), QStringLiteral("A B | C W D"));
     }
 
     // A button or a separator deleted by hand leaves the bar; its action stays.

@@ -82,6 +82,30 @@ struct Host
     }
 };
 
+// The slides a stack starts, and their directions as they are first painted.
+struct Slides : QObject
+{
+    explicit Slides(QWidget* stack) { stack->installEventFilter(this); }
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::ChildAdded) {
+            if (auto* slide = qobject_cast<AnimatedPixmapRender*>(static_cast<QChildEvent*>(event)->child())) {
+                ++started;
+                slide->installEventFilter(this);
+            }
+        } else if (auto* slide = qobject_cast<AnimatedPixmapRender*>(watched)) {
+            if (event->type() == QEvent::Paint && !painted.contains(slide)) {
+                painted << slide;
+                directions << slide->GetDirection();
+            }
+        }
+        return false;
+    }
+    int started = 0;
+    QVector<int> directions;
+    QSet<QObject*> painted;
+};
+
 } // namespace
 
 class TestTabPages : public QObject
@@ -93,8 +117,19 @@ private Q_SLOTS:
 
     void partsAndNames()
     {
+        TabPages plain;
+        QCOMPARE(plain.GetStack()->GetDuration(), 250);
+        QCOMPARE(plain.GetStack()->GetTimeLineCurveShape(), OrvantaQT::CustomStackedWidget::EaseOutCurve);
+        QCOMPARE(plain.GetCurrentIndex(), -1);
+        QCOMPARE(plain.GetCurrentPage(), nullptr);
         Host host;
         TabPages& pages = host.pages;
+        // The bar over the pages, edge to edge.
+        QVERIFY(host.Show());
+        QCOMPARE(pages.GetTabBar()->geometry(), QRect(0, 0, pages.width(), pages.GetTabBar()->sizeHint().height()));
+        QCOMPARE(pages.GetStack()->geometry(), QRect(0, pages.GetTabBar()->height(), pages.width(),
+                                                     pages.height() - pages.GetTabBar()->height()));
+        pages.hide();
         QCOMPARE(pages.GetTabBar()->objectName(), "TabBar");
         QCOMPARE(pages.GetTabBar()->accessibleName(), "TabPages_TabBar");
         QCOMPARE(pages.GetStack()->objectName(), "Pages");
@@ -193,6 +228,8 @@ private Q_SLOTS:
         QTest::newRow("back and forth") << "1 0 1 0 1";
         QTest::newRow("the same tab twice") << "2 2";
         QTest::newRow("through the keyboard") << "End Home Right";
+        // Changed during the slide back to the first page, which comes from a follow-up.
+        QTest::newRow("on during a follow-up") << "2 0 follow 3";
     }
     // Changes faster than the slides: the page catches up with the bar after the slide in
     // progress, CurrentChanged comes once per change, in order, and no picture is left over.
@@ -205,9 +242,15 @@ private Q_SLOTS:
         QStringList expected;
         int current = 0;
         int duringSlides = 0;
+        Slides slides(pages.GetStack());
         pages.GetTabBar()->setFocus();
         for (const QString& click : clicks.split(' ')) {
             const int before = current;
+            if (click == "follow") {
+                QTRY_COMPARE(slides.started, 2);
+                QVERIFY(host.Slide());
+                continue;
+            }
             duringSlides += host.Slide() != nullptr;
             if (click == "End")
                 QTest::keyClick(pages.GetTabBar(), Qt::Key_End), current = 3;
@@ -228,6 +271,8 @@ private Q_SLOTS:
         QCOMPARE(host.Shown(), QColor(kColours[current]));
         QCOMPARE(host.log->Take(), expected);
         QCOMPARE(host.StackOrder(), host.TabOrder());
+        if (clicks.contains("follow"))
+            QCOMPARE(slides.directions, QVector<int>({0, 1, 0}));
         QTRY_COMPARE(pages.GetStack()->findChildren<AnimatedPixmapRender*>().size(), 0);
     }
 
@@ -251,6 +296,8 @@ private Q_SLOTS:
                                                                          << "blue" << "CurrentChanged(2)";
         QTest::newRow("page inserted after the target during a slide") << "slide insert 4" << "red lime blue yellow grey"
                                                                         << "blue" << "CurrentChanged(2)";
+        QTest::newRow("page removed and added again during a slide") << "slide remove 1 readd 1" << "red lime blue yellow"
+                                                                     << "blue" << "CurrentChanged(2) CurrentChanged(1)";
         QTest::newRow("current deleted") << "delete 0" << "lime blue yellow" << "lime" << "CurrentChanged(0)";
         QTest::newRow("current removed") << "remove 0" << "lime blue yellow" << "lime" << "CurrentChanged(0)";
         QTest::newRow("another deleted") << "delete 3" << "red lime blue" << "red" << "";
@@ -288,6 +335,9 @@ private Q_SLOTS:
                 pages.RemovePage(pages.IndexOf(page));
             } else if (step == "insert") {
                 host.AddPage("grey", steps.takeFirst().toInt());
+            } else if (step == "readd") {
+                QLabel* page = removed.takeLast();
+                pages.InsertPage(steps.takeFirst().toInt(), page, page->objectName());
             }
         }
         QCOMPARE(host.TabOrder(), tabs);

@@ -167,6 +167,20 @@ private Q_SLOTS:
         QCOMPARE(host.Colour(), after ? QStringLiteral("#ff0000") : QStringLiteral("#0000ff"));
     }
 
+    // Tab reaches it, and then shows its focus.
+    void keyboardFocusShows()
+    {
+        Host host;
+        QVERIFY(TestSupport::ShowAndWait(&host.window));
+        host.window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&host.window));
+        host.out->setFocus();
+        const QImage before = TestSupport::Render(host.card);
+        QTest::keyClick(host.out, Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), host.card);
+        QVERIFY(!TestSupport::Changed(before, TestSupport::Render(host.card)).isEmpty());
+    }
+
     // Screen readers see a focusable list item that can be selected, with the press and
     // toggle actions beside the focus one, named by what it shows unless named.
     void accessibility()

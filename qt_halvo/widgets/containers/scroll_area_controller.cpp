@@ -101,6 +101,9 @@ ScrollAreaController::ScrollAreaController(QAbstractScrollArea* area)
 ScrollAreaController::~ScrollAreaController()
 {
     qApp->removeEventFilter(this);
+    // Deleted alone, it takes the kinetic scrolling with it.
+    if (m_viewport)
+        QScroller::ungrabGesture(m_viewport);
 }
 
 ScrollAreaController* ScrollAreaController::Of(const QAbstractScrollArea* area)

@@ -16,13 +16,17 @@ namespace OrvantaQT {
 //  - touch and left-mouse drags scroll the viewport through QScroller and fling on
 //    release. A drag that starts on a button scrolls; a press and release without a drag
 //    still clicks it; while a fling runs, the first press only stops it (what is under it
-//    is not clicked). The distances below are logical pixels on every screen.
-//  - a child that gets the focus by the keyboard (Tab, Backtab, a shortcut) is scrolled
-//    into view, with a margin.
+//    is not clicked). The distances below are logical pixels on every screen. The content
+//    stops at its ends (no overshoot).
+//  - a child that gets the focus from the keyboard (Tab, Backtab, a shortcut) or the
+//    program (setFocus()) is scrolled into view, with a margin; a click's focus is not.
 //  - while something is dragged over the area (drag and drop) near one of its edges, the
-//    area scrolls towards that edge; the timer runs only while the drag hovers there.
-// It is an event filter of the area and its viewport that never takes their events, and a
-// child of the area: it goes with it.
+//    area scrolls towards that edge; the timer runs only while the drag hovers there and
+//    there is content left to scroll that way.
+// It is an event filter of the area's viewport, and of the application while the area
+// shows (focus and drops go to the children), that never takes an event. It is a child of
+// the area and goes with it; deleted alone, it takes the kinetic scrolling with it. It
+// serves the viewport the area has when it is made.
 class QT_HALVO_EXPORT ScrollAreaController : public QObject
 {
     Q_OBJECT

@@ -332,6 +332,24 @@ private Q_SLOTS:
         QVERIFY(!button->isDown());
     }
 
+    // Deleted alone, the controller leaves no kinetic scrolling behind; a new one brings
+    // it back.
+    void controllerDeletedAlone()
+    {
+        Page page;
+        QVERIFY(page.Show());
+        const QPoint start = page.InViewportGlobal(QPoint(page.Viewport()->width() - 30, 150));
+        delete OrvantaQT::SetScroller(page.area);
+        QCOMPARE(ScrollAreaController::Of(page.area), nullptr);
+        Pointer::Drag(start, start - QPoint(0, 100), 4);
+        QCOMPARE(page.Vertical()->value(), 0);
+        ScrollAreaController* controller = OrvantaQT::SetScroller(page.area);
+        QTest::qWait(QApplication::doubleClickInterval());
+        Pointer::Drag(start, start - QPoint(0, 100), 4);
+        QTRY_COMPARE(controller->GetScroller()->state(), QScroller::Inactive);
+        QVERIFY(page.Vertical()->value() >= 98);
+    }
+
     void touch_data()
     {
         QTest::addColumn<int>("row"); // apart, so that the rows make no double tap

@@ -393,11 +393,17 @@ void ToolBar::actionEvent(QActionEvent* event)
     }
     case QEvent::ActionChanged: {
         const int index = IndexOf(action);
-        if (index >= 0 && m_items.at(index).entry)
-            SyncProxy(m_items.at(index));
-        // Shown or hidden, or a new text for a button hidden in the overflow menu.
-        if (index >= 0)
+        if (index < 0)
+            break;
+        Item& item = m_items[index];
+        if (item.entry)
+            SyncProxy(item);
+        // A check or a new text changes no size here (the button asks when its own does);
+        // showing or hiding the action does.
+        if (item.actionVisible != action->isVisible()) {
+            item.actionVisible = action->isVisible();
             ItemsChanged();
+        }
         break;
     }
     case QEvent::ActionRemoved: {
@@ -454,6 +460,7 @@ void ToolBar::InsertItem(int index, QAction* action)
 {
     Item item;
     item.action = action;
+    item.actionVisible = action->isVisible();
     auto* widgetAction = qobject_cast<QWidgetAction*>(action);
     if (m_adopting) {
         item.button = m_adopting;
@@ -499,7 +506,7 @@ void ToolBar::InsertItem(int index, QAction* action)
     // Among the items in the overflow menu: there until the bar lays out again.
     MeasureItem(m_items[index]);
     MoveToMenu(m_items[index], index + 1 < m_items.size() ? m_items.at(index + 1).entry.data() : nullptr);
-    Q_EMIT OverflowChanged();
+    m_overflowChanged = true;
 }
 
 void ToolBar::RemoveItem(int index)
@@ -512,7 +519,7 @@ void ToolBar::RemoveItem(int index)
         m_overflowMenu->removeAction(item.entry);
         if (item.proxy)
             item.proxy->setMenu(nullptr);
-        Q_EMIT OverflowChanged();
+        m_overflowChanged = true;
     }
     if (item.widget)
         disconnect(item.widget, &QObject::destroyed, this, &ToolBar::OnWidgetDestroyed);
@@ -694,6 +701,11 @@ void ToolBar::Relayout()
     // follows it on the bar too.
     SyncProxies();
     m_inRelayout = false;
+    // Last: a receiver may change the bar.
+    if (m_overflowChanged) {
+        m_overflowChanged = false;
+        Q_EMIT OverflowChanged();
+    }
 }
 
 void ToolBar::SetOverflowFrom(int from)
@@ -709,7 +721,7 @@ void ToolBar::SetOverflowFrom(int from)
             MoveToBar(m_items[i]);
     }
     m_overflowFrom = from;
-    Q_EMIT OverflowChanged();
+    m_overflowChanged = true;
 }
 
 void ToolBar::MoveToMenu(Item& item, QAction* before)
@@ -847,13 +859,13 @@ void ToolBar::OnWidgetDestroyed(QObject* widget)
 void ToolBar::OnProxyTriggered()
 {
     QObject* proxy = sender();
-    for (const Item& item : qAsConst(m_items)) {
-        if (item.proxy == proxy && item.button) {
-            item.button->click();
-            SyncProxy(item);
-            return;
-        }
-    }
+    const auto item = std::find_if(m_items.cbegin(), m_items.cend(),
+                                   [proxy](const Item& item) { return item.proxy == proxy; });
+    if (item == m_items.cend() || !item->button)
+        return;
+    // A receiver of the click may change the bar: the items are looked at again after.
+    item->button->click();
+    SyncProxies();
 }
 
 } // namespace OrvantaQT

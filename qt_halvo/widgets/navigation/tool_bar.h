@@ -147,6 +147,7 @@ private:
         QPointer<QWidget> widget;
         QPointer<ToolBarButton> button; // as widget, for buttons
         Kind kind = Kind::Button;
+        bool actionVisible = true; // as last seen
         // Stands for a button in the overflow menu when its action cannot: a button
         // added without an action, or one whose menu is not its action's.
         QPointer<QAction> proxy;
@@ -200,6 +201,8 @@ private:
     QSize m_iconSize;
     Qt::ToolButtonStyle m_toolButtonStyle = Qt::ToolButtonIconOnly;
     bool m_inRelayout = false;
+    // Reported at the end of the next layout.
+    bool m_overflowChanged = false;
 };
 
 } // namespace OrvantaQT

@@ -853,6 +853,24 @@ private Q_SLOTS:
         QVERIFY(!fixture.bar->OverflowButton()->isVisible());
     }
 
+    // Receivers of the bar's signals and of a click from the overflow menu may change the
+    // bar at once.
+    void receiversChangeTheBar()
+    {
+        Bar fixture;
+        auto* button = fixture.bar->AddButton(new ToolBarButton);
+        button->setText(QStringLiteral("E"));
+        button->setFixedSize(40, 24);
+        QVERIFY(TestSupport::ShowAndWait(&fixture.window));
+        connect(fixture.bar, &ToolBar::OverflowChanged, &fixture.window, [&] { delete fixture.actions.take("C"); });
+        connect(button, &QAbstractButton::clicked, &fixture.window, [&] { delete fixture.actions.take("D"); });
+        fixture.SetWidth(150);
+        QCOMPARE(fixture.OnBar(), QStringLiteral("A B")); // W no longer fits after the separator
+        QCOMPARE(fixture.InMenu(), QStringLiteral("W M D E"));
+        QVERIFY(ClickInOverflowMenu(fixture.bar, QStringLiteral("E")));
+        QCOMPARE(fixture.InMenu(), QStringLiteral("W M E"));
+    }
+
     // A button or a separator deleted by hand leaves the bar; its action stays.
     void widgetsDeletedByHand()
     {

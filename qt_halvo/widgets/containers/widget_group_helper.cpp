@@ -35,9 +35,7 @@ WidgetGroupHelper::WidgetGroupHelper(QObject* parent)
 WidgetGroupHelper::~WidgetGroupHelper()
 {
     for (const Member& member : qAsConst(m_members)) {
-        if (!member.widget)
-            continue;
-        member.widget->removeEventFilter(this);
+        // The event filter goes with the helper; the containers get their own setting back.
         if (auto* container = qobject_cast<SelectableContainer*>(member.widget))
             container->SetDeselectable(member.deselectableBefore);
     }

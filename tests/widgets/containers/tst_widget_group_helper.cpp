@@ -135,8 +135,8 @@ private Q_SLOTS:
     void arrows_data()
     {
         QTest::addColumn<QString>("kinds");
-        QTest::addColumn<QString>("from");
-        QTest::addColumn<QString>("keys"); // R, L, U, D; c: Ctrl+Right
+        QTest::addColumn<QString>("from"); // current and focused; in lower case focused only
+        QTest::addColumn<QString>("keys"); // R, L, U, D; c: Ctrl+Right; S: Space
         QTest::addColumn<QString>("to");
         QTest::addColumn<QString>("unusable"); // disabled members, hidden ones in lower case
         for (const char* kinds : {"cccc", "bbbb", "cbcb"}) {
@@ -148,6 +148,7 @@ private Q_SLOTS:
             QTest::addRow("%s: over a hidden one", kinds) << kinds << "D" << "L" << "B" << "c";
             QTest::addRow("%s: nowhere to go", kinds) << kinds << "B" << "R" << "B" << "CD";
             QTest::addRow("%s: with a modifier", kinds) << kinds << "B" << "c" << "B" << "";
+            QTest::addRow("%s: other keys are the member's", kinds) << kinds << "b" << "S" << "B" << "";
         }
     }
     // The arrows move the selection and the focus to the next usable member in the order
@@ -165,10 +166,11 @@ private Q_SLOTS:
         QVERIFY(TestSupport::ShowAndWait(&group.window));
         group.window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&group.window));
-        group.helper.SetCurrent(group.Member(from));
-        group.Member(from)->setFocus();
+        if (from.at(0).isUpper()) // else only focused
+            group.helper.SetCurrent(group.Member(from));
+        group.Member(from.toUpper())->setFocus();
         const QMap<QChar, Qt::Key> codes{{'R', Qt::Key_Right}, {'L', Qt::Key_Left}, {'U', Qt::Key_Up},
-                                         {'D', Qt::Key_Down}, {'c', Qt::Key_Right}};
+                                         {'D', Qt::Key_Down}, {'c', Qt::Key_Right}, {'S', Qt::Key_Space}};
         for (QChar key : keys)
             QTest::keyClick(QApplication::focusWidget(), codes[key], key == 'c' ? Qt::ControlModifier : Qt::NoModifier);
         QCOMPARE(group.Selected(), to);

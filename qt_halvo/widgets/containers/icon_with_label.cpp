@@ -146,8 +146,12 @@ private:
 
     void Elide()
     {
-        const QString shown =
-            fontMetrics().elidedText(m_full, Qt::ElideRight, qMax(0, TextRect().width()), Qt::TextShowMnemonic);
+        // elidedText() elides a text exactly as wide as the room, which is what the size
+        // hint asks for.
+        const int room = qMax(0, TextRect().width());
+        const QString shown = fontMetrics().horizontalAdvance(text()) <= room
+            ? m_full
+            : fontMetrics().elidedText(m_full, Qt::ElideRight, room, Qt::TextShowMnemonic);
         const bool elided = WithoutMnemonics(shown) != text();
         if (shown == m_shown && elided == m_elided)
             return;

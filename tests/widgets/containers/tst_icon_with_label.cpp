@@ -84,22 +84,27 @@ private Q_SLOTS:
 
     void elision_data()
     {
+        QTest::addColumn<QString>("text");
         QTest::addColumn<int>("narrower"); // than the size hint; -1 for the minimum width
         QTest::addColumn<bool>("elided");
-        QTest::newRow("size hint") << 0 << false;
-        QTest::newRow("wider") << -30 << false;
-        QTest::newRow("a pixel short") << 1 << true;
-        QTest::newRow("half") << 80 << true;
-        QTest::newRow("minimum") << -1 << true;
+        QTest::newRow("size hint") << kText << 0 << false;
+        QTest::newRow("wider") << kText << -30 << false;
+        QTest::newRow("a pixel short") << kText << 1 << true;
+        QTest::newRow("half") << kText << 80 << true;
+        QTest::newRow("minimum") << kText << -1 << true;
+        // Words whose whole pixels QFontMetrics::elidedText() would cut at their own width.
+        for (const char* word : {"Name", "Computer", "Network"})
+            QTest::newRow(word) << QString::fromLatin1(word) << 0 << false;
     }
     // The text is cut at the right with an ellipsis where it does not fit, never wider
     // than the label; the whole text is then the label's tool tip, and only then.
     void elision()
     {
+        QFETCH(QString, text);
         QFETCH(int, narrower);
         QFETCH(bool, elided);
         QWidget window;
-        auto* widget = new IconWithLabel(Swatch(Qt::red), kText, &window);
+        auto* widget = new IconWithLabel(Swatch(Qt::red), text, &window);
         widget->setFont(TestSupport::TestFont());
         const int width =
             narrower == -1 ? widget->minimumSizeHint().width() : widget->sizeHint().width() - narrower;
@@ -112,15 +117,15 @@ private Q_SLOTS:
         const QFontMetrics metrics(TestSupport::TestFont());
         QVERIFY2(metrics.horizontalAdvance(shown) <= label->contentsRect().width(), qPrintable(shown));
         if (elided) {
-            QVERIFY2(shown.endsWith(QChar(0x2026)) && kText.startsWith(shown.chopped(1)), qPrintable(shown));
-            QCOMPARE(label->toolTip(), kText);
+            QVERIFY2(shown.endsWith(QChar(0x2026)) && text.startsWith(shown.chopped(1)), qPrintable(shown));
+            QCOMPARE(label->toolTip(), text);
         } else {
-            QCOMPARE(shown, kText);
+            QCOMPARE(shown, text);
             QCOMPARE(label->toolTip(), QString());
         }
         // Wide again, whole again.
         widget->resize(widget->sizeHint());
-        QCOMPARE(widget->GetShownText(), kText);
+        QCOMPARE(widget->GetShownText(), text);
         QCOMPARE(label->toolTip(), QString());
     }
 

@@ -884,6 +884,14 @@ private Q_SLOTS:
         auto* added = fixture.bar->AddButton(new ToolBarButton);
         delete added;
         QCOMPARE(fixture.bar->actions().size(), 7);
+
+        // A QWidgetAction's widget deleted leaves its action a plain entry of the menu.
+        delete fixture.edit;
+        QTRY_COMPARE(fixture.OnBar(), QStringLiteral("A B M D"));
+        fixture.SetWidth(80);
+        QCOMPARE(fixture.InMenu(), QStringLiteral("B W M D"));
+        fixture.SetWidth(286);
+        QCOMPARE(fixture.OnBar(), QStringLiteral("A B M D"));
     }
 
     // Removing the action of a widget added by AddWidget gives the widget back to the

@@ -287,7 +287,6 @@ void TabBar::mouseReleaseEvent(QMouseEvent* event)
     if (!dragged)
         return;
     // The tab settles into its place; the selector goes with it from where it was let go.
-    StopSlide();
     if (EffectiveDuration() > 0 && !dropped.isEmpty()) {
         m_from = dropped;
         m_slidePending = true;

@@ -361,6 +361,7 @@ private Q_SLOTS:
                            " OrvantaQT--TabBar::tab { background: transparent; border: none; padding: 6px 14px; }";
         QTest::newRow("pill") << int(QTabBar::RoundedNorth) << pill << 1.0;
         QTest::newRow("pill, twice the pixels") << int(QTabBar::RoundedNorth) << pill << 2.0;
+        QTest::newRow("pill, round ends") << int(QTabBar::RoundedNorth) << QString(pill).replace("Radius: 8", "Radius: 100") << 1.0;
     }
     // The selector is painted in its colour where SelectorRect() says, and nowhere else;
     // a pill has round corners.
@@ -375,10 +376,11 @@ private Q_SLOTS:
         bar.setCurrentIndex(2);
         QVERIFY(host.Show());
         const QColor colour = bar.GetSelectorColor();
+        const bool round = styleSheet.contains("Radius: 100");
         if (styleSheet.contains("Pill")) {
             QCOMPARE(bar.GetSelectorShape(), TabBar::Pill);
             QCOMPARE(colour, QColor(Qt::blue));
-            QCOMPARE(bar.GetSelectorRadius(), 8);
+            QCOMPARE(bar.GetSelectorRadius(), round ? 100 : 8);
             QCOMPARE(bar.GetSelectorMargin(), 3);
         } else if (!styleSheet.isEmpty()) {
             QCOMPARE(colour, QColor(Qt::red));
@@ -421,6 +423,14 @@ private Q_SLOTS:
             }
         }
         QVERIFY(smoothed >= 4);
+        // A radius past half the height gives round ends, no more.
+        const QPoint end(selector.left() + 1, selector.top() + selector.height() / 4);
+        QCOMPARE(at(end).alpha() < 128, round);
+        QCOMPARE(at(QPoint(selector.left() + 1, selector.center().y())), colour);
+        // Another colour, another picture of the pill.
+        bar.SetSelectorColor(Qt::darkGreen);
+        QCOMPARE(TestSupport::Render(&bar, ratio).pixelColor(QPoint(selector.left() + 8, selector.top() + 1) * ratio),
+                 QColor(Qt::darkGreen));
         if (ratio > 1) // the corner drawn at the finer pixels, not magnified
             QVERIFY(image.pixelColor(selector.topLeft() * ratio + QPoint(3, 3)).alpha() < 255);
     }
@@ -572,6 +582,15 @@ private Q_SLOTS:
         QCOMPARE(bar.GetDuration(), 600);
         QCOMPARE(bar.GetSelectorShape(), TabBar::Underline);
         QCOMPARE(bar.GetSelectorColor(), bar.palette().color(QPalette::Highlight));
+        // Nothing is no error: no underline, square corners, a pill as large as its tab.
+        bar.SetSelectorThickness(0);
+        bar.SetSelectorRadius(0);
+        bar.SetSelectorMargin(0);
+        bar.SetDuration(0);
+        QCOMPARE(mark.Texts().size(), 6);
+        QCOMPARE(bar.GetSelectorRadius() + bar.GetSelectorThickness() + bar.GetSelectorMargin() + bar.GetDuration(), 0);
+        bar.SetDuration(600);
+        bar.SetSelectorThickness(2);
         // Out-of-range tabs are QTabBar's to refuse; nothing moves.
         QVERIFY(host.Show());
         bar.setCurrentIndex(9);

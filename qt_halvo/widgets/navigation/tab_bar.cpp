@@ -146,6 +146,7 @@ void TabBar::SetDuration(int duration)
         QTH_LOG_WARNING("TabBar: a negative duration (%d ms) is ignored", duration);
         return;
     }
+    // A slide on the way keeps its own.
     m_duration = duration;
 }
 
@@ -156,6 +157,8 @@ QEasingCurve TabBar::GetEasing() const
 
 void TabBar::SetEasing(const QEasingCurve& easing)
 {
+    if (easing == m_slide->easingCurve())
+        return;
     m_slide->setEasingCurve(easing);
 }
 

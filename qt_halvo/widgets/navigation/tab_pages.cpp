@@ -148,6 +148,9 @@ void TabPages::SetCurrentIndex(int index)
 
 void TabPages::OnBarCurrentChanged(int index)
 {
+    if (m_bar->count() != m_pages.size())
+        QTH_LOG_WARNING("TabPages: %d tabs for %d pages; tabs are added and removed through TabPages", m_bar->count(),
+                        static_cast<int>(m_pages.size()));
     FollowBar();
     Q_EMIT CurrentChanged(index);
 }

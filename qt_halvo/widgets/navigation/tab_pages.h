@@ -23,7 +23,9 @@ class TabBar;
 //
 // Pages belong to the widget once added (as with QTabWidget, a removed page is not deleted);
 // a page deleted elsewhere takes its tab with it. Closing and moving tabs are the bar's
-// (GetTabBar()->setTabsClosable(), setMovable()); a moved tab keeps its page.
+// (GetTabBar()->setTabsClosable(), setMovable()); a moved tab keeps its page, and a close
+// request is the host's to answer with RemovePage(). Tabs are added and removed through
+// TabPages only, never on the bar itself.
 class QT_HALVO_EXPORT TabPages : public QWidget
 {
     Q_OBJECT

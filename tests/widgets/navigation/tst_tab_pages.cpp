@@ -424,6 +424,11 @@ private Q_SLOTS:
         QCOMPARE(pages.GetCurrentIndex(), 0);
         QVERIFY(host.log->lines.isEmpty());
         QVERIFY(host.InStep());
+        // A tab taken off the bar behind its back is reported, and nothing breaks.
+        const LogCapture::Mark behind;
+        pages.GetTabBar()->removeTab(0);
+        QCOMPARE(behind.Texts(), QStringList({"3 TabPages: 3 tabs for 4 pages; tabs are added and removed through TabPages"}));
+        QVERIFY(host.InStep());
     }
 
     // Deleted in the middle of a slide, with its pages: nothing is left to run.

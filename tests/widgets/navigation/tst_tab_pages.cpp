@@ -84,28 +84,26 @@ struct Host
     }
 };
 
-// The slides a stack starts, and their directions as they are first painted.
+// The slides a stack starts, and their directions as their time lines start (a slide on a
+// busy machine may end before it is ever painted).
 struct Slides : QObject
 {
     explicit Slides(QWidget* stack) { stack->installEventFilter(this); }
-    bool eventFilter(QObject* watched, QEvent* event) override
+    bool eventFilter(QObject*, QEvent* event) override
     {
         if (event->type() == QEvent::ChildAdded) {
             if (auto* slide = qobject_cast<AnimatedPixmapRender*>(static_cast<QChildEvent*>(event)->child())) {
                 ++started;
-                slide->installEventFilter(this);
-            }
-        } else if (auto* slide = qobject_cast<AnimatedPixmapRender*>(watched)) {
-            if (event->type() == QEvent::Paint && !painted.contains(slide)) {
-                painted << slide;
-                directions << slide->GetDirection();
+                connect(&slide->TimeLine(), &QTimeLine::stateChanged, this, [this, slide](QTimeLine::State state) {
+                    if (state == QTimeLine::Running)
+                        directions << slide->GetDirection();
+                });
             }
         }
         return false;
     }
     int started = 0;
     QVector<int> directions;
-    QSet<QObject*> painted;
 };
 
 } // namespace

@@ -13,22 +13,19 @@ namespace {
 
 constexpr int kRows = 30;
 constexpr int kRowPitch = 60;
-// Room above the first row and below the last.
-constexpr int kTop = 20;
+constexpr int kTop = 20; // room above the first row and below the last
 
 // The pointer through the X server's test extension, so that the input takes Qt's whole
 // way (the window's implicit grab, the gesture manager, the delayed press). Positions are
-// logical; the server's are device pixels. A hand's moves come some milliseconds apart, a
+// logical, the server's device pixels. A hand's moves come some milliseconds apart, a
 // fling's last move right before the release.
-namespace Pointer {
-
 Display* Server()
 {
     static Display* display = XOpenDisplay(nullptr);
     return display;
 }
 
-void Move(const QPoint& global, bool settle = true)
+void PointerTo(const QPoint& global, bool settle = true)
 {
     const QPoint native = global * qApp->devicePixelRatio();
     XTestFakeMotionEvent(Server(), -1, native.x(), native.y(), CurrentTime);
@@ -45,25 +42,17 @@ void Button(bool down)
     QTest::qWait(40);
 }
 
-void Click(const QPoint& global)
-{
-    Move(global);
-    Button(true);
-    Button(false);
-}
-
-// Press, move in steps, release: slowly, as a hand that places the content; fast, as a
-// fling.
+// Press, move in steps, release: slowly, as a hand that places the content; fast, as a fling.
 void Drag(const QPoint& from, const QPoint& to, int steps, bool fling = false)
 {
-    Move(from);
+    PointerTo(from);
     Button(true);
     for (int i = 1; i <= steps; ++i)
-        Move(from + (to - from) * i / steps, !fling);
+        PointerTo(from + (to - from) * i / steps, !fling);
     Button(false);
 }
 
-} // namespace Pointer
+void Click(const QPoint& global) { Drag(global, global, 0); }
 
 // A content that takes drops, as a list that items are dragged into does.
 class DropTarget : public QWidget
@@ -75,7 +64,8 @@ protected:
 };
 
 // A window with a line edit above a scroll area of rows of a button and a line edit
-// (taller and wider than the area), and a line edit below it.
+// (taller and wider than the area), and a line edit below it; the area has a controller
+// unless asked otherwise.
 struct Page
 {
     std::unique_ptr<QWidget> window = std::make_unique<QWidget>();
@@ -86,8 +76,9 @@ struct Page
     QVector<QLineEdit*> edits;
     QLineEdit* below;
     QVector<int> clicks = QVector<int>(kRows, 0);
+    ScrollAreaController* controller = nullptr;
 
-    Page()
+    explicit Page(bool controlled = true)
     {
         window->move(40, 40);
         window->resize(360, 320);
@@ -98,17 +89,17 @@ struct Page
         content->resize(500, kRows * kRowPitch + 2 * kTop);
         content->setAcceptDrops(true);
         for (int i = 0; i < kRows; ++i) {
-            auto* button = new QPushButton(QStringLiteral("Button %1").arg(i), content);
-            button->setGeometry(20, kTop + i * kRowPitch + 4, 200, 24);
-            QObject::connect(button, &QPushButton::clicked, content, [this, i] { ++clicks[i]; });
-            buttons << button;
-            auto* edit = new QLineEdit(content);
-            edit->setGeometry(20, kTop + i * kRowPitch + 32, 200, 24);
-            edits << edit;
+            buttons << new QPushButton(QStringLiteral("Button %1").arg(i), content);
+            buttons[i]->setGeometry(20, kTop + i * kRowPitch + 4, 200, 24);
+            QObject::connect(buttons[i], &QPushButton::clicked, content, [this, i] { ++clicks[i]; });
+            edits << new QLineEdit(content);
+            edits[i]->setGeometry(20, kTop + i * kRowPitch + 32, 200, 24);
         }
         area->setWidget(content);
         below = new QLineEdit(window.get());
         below->setGeometry(10, 280, 200, 24);
+        if (controlled)
+            controller = OrvantaQT::SetScroller(area);
     }
     bool Show()
     {
@@ -118,79 +109,55 @@ struct Page
         return QTest::qWaitForWindowActive(window.get());
     }
     QScrollBar* Vertical() const { return area->verticalScrollBar(); }
-    QScrollBar* Horizontal() const { return area->horizontalScrollBar(); }
     QWidget* Viewport() const { return area->viewport(); }
-    QPoint Global(QWidget* widget) const { return widget->mapToGlobal(widget->rect().center()); }
-    // A point of the viewport on the desktop.
-    QPoint InViewportGlobal(const QPoint& point) const { return Viewport()->mapToGlobal(point); }
-    // Where a widget is in the viewport.
-    QRect InViewport(QWidget* widget) const
-    {
-        return QRect(widget->mapTo(Viewport(), QPoint(0, 0)), widget->size());
-    }
+    QPoint Scrolled() const { return QPoint(area->horizontalScrollBar()->value(), Vertical()->value()); }
+    void ScrollTo(int value) const { Vertical()->setValue(value < 0 ? Vertical()->maximum() : value); }
+    QRect InViewport(QWidget* widget) const { return QRect(widget->mapTo(Viewport(), QPoint(0, 0)), widget->size()); }
     int Clicks() const { return std::accumulate(clicks.begin(), clicks.end(), 0); }
-};
-
-// The scroller's states as they come.
-class StateLog
-{
-public:
-    explicit StateLog(QScroller* scroller)
-        : m_connection(QObject::connect(scroller, &QScroller::stateChanged,
-                                        [this](QScroller::State state) { m_states << state; }))
+    // A fast upward drag near the right edge, which leaves the content flying.
+    bool Fling() const
     {
+        const QPoint bottom = Viewport()->mapToGlobal(QPoint(Viewport()->width() - 30, 200));
+        Drag(bottom, bottom - QPoint(0, 150), 6, true);
+        return controller->GetScroller()->state() == QScroller::Scrolling;
     }
-    ~StateLog() { QObject::disconnect(m_connection); }
-    bool Saw(QScroller::State state) const { return m_states.contains(state); }
-
-private:
-    QVector<QScroller::State> m_states;
-    QMetaObject::Connection m_connection;
 };
 
-// A drag and drop of some text over a widget of the page, as the window delivers it:
-// an enter, moves, and a leave or a drop. Points are in the viewport.
-class DragSession
+// A drag and drop of some text over the page's content, as the window delivers it: an
+// enter, moves, and a leave or a drop. Points are in the viewport.
+struct DragSession
 {
-public:
-    DragSession(QWidget* target, QWidget* viewport, const QPoint& enter)
-        : m_target(target)
-        , m_viewport(viewport)
+    DragSession(const Page& page, const QPoint& enter) : target(page.content), viewport(page.Viewport())
     {
-        m_data.setText(QStringLiteral("item"));
-        QDragEnterEvent event(Local(enter), Qt::CopyAction, &m_data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(m_target, &event);
-        m_inside = event.isAccepted();
+        data.setText(QStringLiteral("item"));
+        QDragEnterEvent event(Local(enter), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(target, &event);
+        inside = event.isAccepted();
     }
     ~DragSession() { Leave(); }
     void Move(const QPoint& to)
     {
-        QDragMoveEvent event(Local(to), Qt::CopyAction, &m_data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(m_target, &event);
+        QDragMoveEvent event(Local(to), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(target, &event);
     }
     void Leave()
     {
-        if (!std::exchange(m_inside, false) || !m_target)
-            return;
         QDragLeaveEvent event;
-        QApplication::sendEvent(m_target, &event);
+        if (std::exchange(inside, false) && target)
+            QApplication::sendEvent(target, &event);
     }
     void Drop(const QPoint& at)
     {
-        if (!std::exchange(m_inside, false))
-            return;
-        QDropEvent event(Local(at), Qt::CopyAction, &m_data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(m_target, &event);
+        QDropEvent event(Local(at), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        if (std::exchange(inside, false))
+            QApplication::sendEvent(target, &event);
     }
-    bool IsInside() const { return m_inside; }
+    QPoint Local(const QPoint& inViewport) const { return target->mapFrom(viewport, inViewport); }
 
-private:
-    QPoint Local(const QPoint& inViewport) const { return m_target->mapFrom(m_viewport, inViewport); }
-
-    QPointer<QWidget> m_target;
-    QWidget* m_viewport;
-    QMimeData m_data;
-    bool m_inside = false;
+    QPointer<QWidget> target;
+    QWidget* viewport;
+    QMimeData data;
+    bool inside = false;
 };
 
 } // namespace
@@ -203,18 +170,19 @@ private Q_SLOTS:
     void initTestCase()
     {
         QApplication::setStyle(QStringLiteral("Fusion"));
-        QVERIFY(Pointer::Server());
+        qRegisterMetaType<QScroller::State>();
+        QVERIFY(Server());
     }
 
-    // One controller per area, a child of it; a null area is logged once and gets none.
-    void oneControllerPerArea()
+    // One controller per area, a child of it. A null area, a controller made without one
+    // and values that are none are logged and change nothing.
+    void controllerAndGuards()
     {
         QScrollArea area;
         QCOMPARE(ScrollAreaController::Of(&area), nullptr);
         ScrollAreaController* controller = OrvantaQT::SetScroller(&area);
-        QVERIFY(controller);
         QCOMPARE(OrvantaQT::SetScroller(&area), controller);
-        QCOMPARE(area.findChildren<ScrollAreaController*>().size(), 1);
+        QCOMPARE(area.findChildren<ScrollAreaController*>(), QList<ScrollAreaController*>({controller}));
         QCOMPARE(ScrollAreaController::Of(&area), controller);
         QCOMPARE(controller->parent(), &area);
         QCOMPARE(controller->GetScrollArea(), &area);
@@ -224,14 +192,6 @@ private Q_SLOTS:
         const LogCapture::Mark mark;
         QCOMPARE(OrvantaQT::SetScroller(nullptr), nullptr);
         QCOMPARE(ScrollAreaController::Of(nullptr), nullptr);
-        QCOMPARE(mark.Texts(), QStringList({QStringLiteral("3 SetScroller: no scroll area to scroll")}));
-    }
-
-    // A controller made without an area, and values that are none, are logged and change
-    // nothing.
-    void guards()
-    {
-        const LogCapture::Mark mark;
         ScrollAreaController idle(nullptr);
         QCOMPARE(idle.GetScrollArea(), nullptr);
         QCOMPARE(idle.GetScroller(), nullptr);
@@ -239,19 +199,20 @@ private Q_SLOTS:
         idle.SetFocusMargin(-2);
         idle.SetAutoScrollMargin(-3);
         idle.SetAutoScrollStep(0);
-        QCOMPARE(idle.GetDragStartDistance(), QApplication::startDragDistance());
-        QCOMPARE(idle.GetFocusMargin(), 8);
-        QCOMPARE(idle.GetAutoScrollMargin(), 24);
-        QCOMPARE(idle.GetAutoScrollStep(), 12);
+        QCOMPARE(QVector<int>({idle.GetDragStartDistance(), idle.GetFocusMargin(), idle.GetAutoScrollMargin(),
+                               idle.GetAutoScrollStep()}),
+                 QVector<int>({QApplication::startDragDistance(), 8, 24, 12}));
         idle.SetDragStartDistance(4); // no scroller to give it to
         QCOMPARE(idle.GetDragStartDistance(), 4);
+        const QString prefix = QStringLiteral("3 ScrollAreaController: ");
         QCOMPARE(mark.Texts(),
-                 QStringList({QStringLiteral("3 ScrollAreaController: no scroll area; the controller does nothing"),
-                              QStringLiteral("3 ScrollAreaController: a negative drag start distance (-1) is ignored; it stays %1")
-                                  .arg(QApplication::startDragDistance()),
-                              QStringLiteral("3 ScrollAreaController: a negative focus margin (-2) is ignored; it stays 8"),
-                              QStringLiteral("3 ScrollAreaController: a negative auto-scroll margin (-3) is ignored; it stays 24"),
-                              QStringLiteral("3 ScrollAreaController: an auto-scroll step must be positive (0); it stays 12")}));
+                 QStringList({QStringLiteral("3 SetScroller: no scroll area to scroll"),
+                              prefix + "no scroll area; the controller does nothing",
+                              prefix + QStringLiteral("a negative drag start distance (-1) is ignored; it stays %1")
+                                           .arg(QApplication::startDragDistance()),
+                              prefix + "a negative focus margin (-2) is ignored; it stays 8",
+                              prefix + "a negative auto-scroll margin (-3) is ignored; it stays 24",
+                              prefix + "an auto-scroll step must be positive (0); it stays 12"}));
     }
 
     // The scroller's distance is the one set in pixels, in metres of the screen's
@@ -259,16 +220,15 @@ private Q_SLOTS:
     void startDistanceInMetres()
     {
         Page page;
-        ScrollAreaController* controller = OrvantaQT::SetScroller(page.area);
         QVERIFY(page.Show());
-        QScroller* scroller = controller->GetScroller();
+        QScroller* scroller = page.controller->GetScroller();
         const auto metres = [&] {
             return scroller->scrollerProperties().scrollMetric(QScrollerProperties::DragStartDistance).toReal();
         };
         const qreal dpi = page.window->screen()->physicalDotsPerInchY();
-        controller->SetDragStartDistance(40);
+        page.controller->SetDragStartDistance(40);
         QVERIFY(qAbs(metres() - 39.5 * 0.0254 / dpi) < 1e-6);
-        QCOMPARE(controller->GetDragStartDistance(), 40);
+        QCOMPARE(page.controller->GetDragStartDistance(), 40);
         // As if another screen had measured it.
         QScrollerProperties stale = scroller->scrollerProperties();
         stale.setScrollMetric(QScrollerProperties::DragStartDistance, 0.5);
@@ -276,8 +236,7 @@ private Q_SLOTS:
         QVERIFY(QMetaObject::invokeMethod(page.window->windowHandle(), "screenChanged",
                                           Q_ARG(QScreen*, page.window->screen())));
         QVERIFY(qAbs(metres() - 39.5 * 0.0254 / dpi) < 1e-6);
-        // A distance of 0 starts at once.
-        controller->SetDragStartDistance(0);
+        page.controller->SetDragStartDistance(0); // starts at once
         QCOMPARE(metres(), 0.0);
         // A fling runs on until a press.
         QCOMPARE(scroller->scrollerProperties().scrollMetric(QScrollerProperties::MaximumClickThroughVelocity).toReal(), 0.0);
@@ -285,23 +244,28 @@ private Q_SLOTS:
 
     void clickOrDrag_data()
     {
+        QTest::addColumn<bool>("touch"); // a finger, at the default distance; else the mouse, at 30
         QTest::addColumn<bool>("onButton");
         QTest::addColumn<QPoint>("move"); // in logical pixels
         QTest::addColumn<bool>("clicked");
         QTest::addColumn<bool>("dragged");
-        QTest::newRow("click on a button") << true << QPoint(0, 0) << true << false;
-        QTest::newRow("button, moved under the start distance") << true << QPoint(-29, 0) << true << false;
-        QTest::newRow("button, moved by the start distance") << true << QPoint(0, -30) << false << true;
-        QTest::newRow("button, moved by it across") << true << QPoint(-30, 0) << false << true;
-        QTest::newRow("button, dragged") << true << QPoint(0, -100) << false << true;
-        QTest::newRow("background, dragged") << false << QPoint(0, -100) << false << true;
-        QTest::newRow("background, moved under the start distance") << false << QPoint(0, -29) << false << false;
+        QTest::newRow("click on a button") << false << true << QPoint(0, 0) << true << false;
+        QTest::newRow("button, moved under the start distance") << false << true << QPoint(-29, 0) << true << false;
+        QTest::newRow("button, moved by the start distance") << false << true << QPoint(0, -30) << false << true;
+        QTest::newRow("button, moved by it across") << false << true << QPoint(-30, 0) << false << true;
+        QTest::newRow("button, dragged") << false << true << QPoint(0, -100) << false << true;
+        QTest::newRow("background, dragged") << false << false << QPoint(0, -100) << false << true;
+        QTest::newRow("background, moved under the start distance") << false << false << QPoint(0, -29) << false << false;
+        QTest::newRow("tap") << true << true << QPoint(0, 0) << true << false;
+        QTest::newRow("swipe") << true << true << QPoint(0, -90) << false << true;
     }
     // A press that moves less than the start distance is a click of the button under it;
     // one that moves that far scrolls the area, wherever it starts, and clicks nothing.
-    // The distance is in logical pixels: the same at twice the density.
+    // The distance is in logical pixels: the same at twice the density. A finger does
+    // what the left button does.
     void clickOrDrag()
     {
+        QFETCH(bool, touch);
         QFETCH(bool, onButton);
         QFETCH(QPoint, move);
         QFETCH(bool, clicked);
@@ -310,24 +274,41 @@ private Q_SLOTS:
             QCOMPARE(TestSupport::RunTestFunctionInChild(QTest::currentTestFunction(), {QStringLiteral("QT_SCALE_FACTOR=2")}),
                      QString());
         Page page;
-        ScrollAreaController* controller = OrvantaQT::SetScroller(page.area);
         // Far from QScroller's own 5 mm (20 pixels at 100 dpi, 10 at twice the density).
-        controller->SetDragStartDistance(30);
+        if (!touch)
+            page.controller->SetDragStartDistance(30);
         QVERIFY(page.Show());
-        StateLog states(controller->GetScroller());
-        QPushButton* button = page.buttons[1];
-        const QPoint start = onButton ? page.Global(button) : button->mapToGlobal(QPoint(button->width() + 30, 10));
-        Pointer::Drag(start, start + move, move.isNull() ? 1 : 4);
-        QTRY_COMPARE(controller->GetScroller()->state(), QScroller::Inactive);
-        QCOMPARE(page.clicks[1], clicked ? 1 : 0);
-        QCOMPARE(page.Clicks(), page.clicks[1]);
-        QCOMPARE(states.Saw(QScroller::Dragging), dragged);
-        const QPoint scrolled(page.Horizontal()->value(), page.Vertical()->value());
+        QSignalSpy states(page.controller->GetScroller(), &QScroller::stateChanged);
+        // The swipe apart from the tap, so that the two make no double tap.
+        const int row = touch && dragged ? 2 : 1;
+        QPushButton* button = page.buttons[row];
+        if (touch) {
+            static QTouchDevice* const screen = QTest::createTouchDevice();
+            QWidget* window = page.window.get();
+            const QPoint start = button->mapTo(window, button->rect().center());
+            QTest::touchEvent(window, screen).press(0, start, window);
+            for (int i = 1; i <= 3; ++i) {
+                QTest::qWait(20);
+                QTest::touchEvent(window, screen).move(0, start + move * i / 3, window);
+            }
+            QTest::touchEvent(window, screen).release(0, start + move, window);
+        } else {
+            const QPoint start = button->mapToGlobal(onButton ? button->rect().center() : QPoint(button->width() + 30, 10));
+            Drag(start, start + move, move.isNull() ? 1 : 4);
+        }
+        QTRY_COMPARE(page.controller->GetScroller()->state(), QScroller::Inactive);
+        QCOMPARE(page.clicks[row], clicked ? 1 : 0);
+        QCOMPARE(page.Clicks(), page.clicks[row]);
+        QCOMPARE(std::any_of(states.begin(), states.end(),
+                             [](const QList<QVariant>& state) { return state.at(0).value<QScroller::State>() == QScroller::Dragging; }),
+                 dragged);
+        const QPoint scrolled = page.Scrolled();
         QCOMPARE(!scrolled.isNull(), dragged);
-        // The content follows the pointer all the way (and may fly on).
+        // The content follows the pointer all the way (and may fly on); a finger's exactly.
+        const int slack = touch ? 0 : 2;
         if (dragged)
-            QVERIFY2(scrolled.x() >= -move.x() - 2 && scrolled.y() >= -move.y() - 2 && (scrolled.x() == 0) == (move.x() == 0)
-                         && (scrolled.y() == 0) == (move.y() == 0),
+            QVERIFY2(scrolled.x() >= -move.x() - slack && scrolled.y() >= -move.y() - slack
+                         && (scrolled.x() == 0) == (move.x() == 0) && (scrolled.y() == 0) == (move.y() == 0),
                      qPrintable(QStringLiteral("%1, %2").arg(scrolled.x()).arg(scrolled.y())));
         QVERIFY(!button->isDown());
     }
@@ -336,51 +317,18 @@ private Q_SLOTS:
     // it back.
     void controllerDeletedAlone()
     {
-        Page page;
+        Page page(false);
         QVERIFY(page.Show());
-        const QPoint start = page.InViewportGlobal(QPoint(page.Viewport()->width() - 30, 150));
+        const QPoint start = page.Viewport()->mapToGlobal(QPoint(page.Viewport()->width() - 30, 150));
         delete OrvantaQT::SetScroller(page.area);
         QCOMPARE(ScrollAreaController::Of(page.area), nullptr);
-        Pointer::Drag(start, start - QPoint(0, 100), 4);
+        Drag(start, start - QPoint(0, 100), 4);
         QCOMPARE(page.Vertical()->value(), 0);
         ScrollAreaController* controller = OrvantaQT::SetScroller(page.area);
         QTest::qWait(QApplication::doubleClickInterval());
-        Pointer::Drag(start, start - QPoint(0, 100), 4);
+        Drag(start, start - QPoint(0, 100), 4);
         QTRY_COMPARE(controller->GetScroller()->state(), QScroller::Inactive);
         QVERIFY(page.Vertical()->value() >= 98);
-    }
-
-    void touch_data()
-    {
-        QTest::addColumn<int>("row"); // apart, so that the rows make no double tap
-        QTest::addColumn<QPoint>("move");
-        QTest::addColumn<bool>("clicked");
-        QTest::newRow("tap") << 1 << QPoint(0, 0) << true;
-        QTest::newRow("swipe") << 2 << QPoint(0, -90) << false;
-    }
-    // A finger does what the left button does: a tap clicks, a swipe scrolls.
-    void touch()
-    {
-        QFETCH(int, row);
-        QFETCH(QPoint, move);
-        QFETCH(bool, clicked);
-        static QTouchDevice* const screen = QTest::createTouchDevice();
-        Page page;
-        ScrollAreaController* controller = OrvantaQT::SetScroller(page.area);
-        QVERIFY(page.Show());
-        QWidget* window = page.window.get();
-        const QPoint start = page.buttons[row]->mapTo(window, page.buttons[row]->rect().center());
-        QTest::touchEvent(window, screen).press(0, start, window);
-        for (int i = 1; i <= 3; ++i) {
-            QTest::qWait(20);
-            QTest::touchEvent(window, screen).move(0, start + move * i / 3, window);
-        }
-        QTest::touchEvent(window, screen).release(0, start + move, window);
-        QTRY_COMPARE(controller->GetScroller()->state(), QScroller::Inactive);
-        QCOMPARE(page.clicks[row], clicked ? 1 : 0);
-        QCOMPARE(page.Clicks(), page.clicks[row]);
-        QVERIFY2(page.Vertical()->value() >= -move.y(), qPrintable(QString::number(page.Vertical()->value())));
-        QCOMPARE(page.Vertical()->value() > 0, !clicked);
     }
 
     // After a fling the content keeps moving; the next press stops it where it is and
@@ -388,49 +336,38 @@ private Q_SLOTS:
     void pressDuringAFlingStopsIt()
     {
         Page page;
-        ScrollAreaController* controller = OrvantaQT::SetScroller(page.area);
         QVERIFY(page.Show());
-        QScroller* scroller = controller->GetScroller();
-        const QPoint bottom = page.InViewportGlobal(QPoint(page.Viewport()->width() - 30, 200));
-        Pointer::Drag(bottom, bottom - QPoint(0, 150), 6, true);
-        QCOMPARE(scroller->state(), QScroller::Scrolling);
+        QVERIFY(page.Fling());
         QTRY_VERIFY(page.Vertical()->value() > 180);
-
         // Over the column of buttons, so that something would be clicked.
-        const QPoint onColumn = page.InViewportGlobal(QPoint(120, 100));
-        Pointer::Click(onColumn);
-        QTRY_COMPARE(scroller->state(), QScroller::Inactive);
+        Click(page.Viewport()->mapToGlobal(QPoint(120, 100)));
+        QTRY_COMPARE(page.controller->GetScroller()->state(), QScroller::Inactive);
         const int stopped = page.Vertical()->value();
         QVERIFY(stopped < page.Vertical()->maximum());
         QCOMPARE(page.Clicks(), 0);
         QTest::qWait(200);
         QCOMPARE(page.Vertical()->value(), stopped);
 
-        // Not a double click of the first.
-        QTest::qWait(QApplication::doubleClickInterval());
+        QTest::qWait(QApplication::doubleClickInterval()); // not a double click of the first
         const auto shown = std::find_if(page.buttons.begin(), page.buttons.end(), [&](QPushButton* button) {
             return page.Viewport()->rect().contains(page.InViewport(button));
         });
         QVERIFY(shown != page.buttons.end());
-        QPushButton* button = *shown;
-        Pointer::Click(page.Global(button));
+        Click((*shown)->mapToGlobal((*shown)->rect().center()));
         QCOMPARE(page.Clicks(), 1);
-        QCOMPARE(page.clicks[page.buttons.indexOf(button)], 1);
+        QCOMPARE(page.clicks[page.buttons.indexOf(*shown)], 1);
     }
 
-    // The area, its scroller and the controller go while the content flies: nothing is
-    // left behind that fires later.
+    // The area, its scroller and the controller go while the content flies and a drag and
+    // drop hovers an edge: nothing is left behind that fires later.
     void deletedDuringAFling()
     {
         Page page;
-        QPointer<ScrollAreaController> controller = OrvantaQT::SetScroller(page.area);
+        QPointer<ScrollAreaController> controller = page.controller;
         QVERIFY(page.Show());
         QPointer<QScroller> scroller = controller->GetScroller();
-        const QPoint bottom = page.InViewportGlobal(QPoint(page.Viewport()->width() - 30, 200));
-        Pointer::Drag(bottom, bottom - QPoint(0, 150), 6, true);
-        QCOMPARE(scroller->state(), QScroller::Scrolling);
-        // A drag and drop hovers an edge too.
-        DragSession drag(page.content, page.Viewport(), QPoint(100, page.Viewport()->height() - 2));
+        QVERIFY(page.Fling());
+        DragSession drag(page, QPoint(100, page.Viewport()->height() - 2));
         QVERIFY(controller->IsAutoScrolling());
         page.window.reset();
         QVERIFY(!controller);
@@ -441,75 +378,61 @@ private Q_SLOTS:
 
     void focusKeptVisible_data()
     {
-        QTest::addColumn<QString>("how");
-        QTest::addColumn<bool>("controlled");
+        QTest::addColumn<Qt::FocusReason>("reason"); // by a key for Tab and Backtab
+        QTest::addColumn<int>("margin"); // -1 for no controller; 8 is the default
         QTest::addColumn<int>("startValue"); // -1 for the maximum
-        QTest::addColumn<QString>("focused");
+        QTest::addColumn<QString>("focused"); // "tall" for a child taller than the area
         QTest::addColumn<bool>("scrolls");
-        QTest::newRow("tab in from above") << "tab" << true << -1 << "button 0" << true;
-        QTest::newRow("backtab in from below") << "backtab" << true << 0 << "edit 29" << true;
-        QTest::newRow("set by the program") << "other" << true << 0 << "edit 12" << true;
-        QTest::newRow("set by the program, above") << "other" << true << -1 << "edit 12" << true;
-        QTest::newRow("set by the program, already in view") << "other" << true << 0 << "edit 1" << false;
+        QTest::newRow("tab in from above") << Qt::TabFocusReason << 8 << -1 << "button 0" << true;
+        QTest::newRow("backtab in from below") << Qt::BacktabFocusReason << 8 << 0 << "edit 29" << true;
+        QTest::newRow("set by the program") << Qt::OtherFocusReason << 8 << 0 << "edit 12" << true;
+        QTest::newRow("set by the program, above") << Qt::OtherFocusReason << 8 << -1 << "edit 12" << true;
+        QTest::newRow("set by the program, already in view") << Qt::OtherFocusReason << 8 << 0 << "edit 1" << false;
         // Its top 3 pixels from the viewport's.
-        QTest::newRow("set by the program, in the margin") << "other" << true << kTop + kRowPitch + 32 - 3 << "edit 1" << true;
-        QTest::newRow("clicked: no scroll") << "mouse" << true << 0 << "edit 12" << false;
-        QTest::newRow("tab in, no controller") << "tab" << false << -1 << "button 0" << false;
-        QTest::newRow("backtab in, no controller") << "backtab" << false << 0 << "edit 29" << false;
+        QTest::newRow("set by the program, in the margin") << Qt::OtherFocusReason << 8 << kTop + kRowPitch + 32 - 3 << "edit 1" << true;
+        QTest::newRow("wider margin") << Qt::OtherFocusReason << 30 << 0 << "edit 10" << true;
+        QTest::newRow("taller than the area: its top") << Qt::OtherFocusReason << 30 << 500 << "tall 20" << true;
+        QTest::newRow("clicked: no scroll") << Qt::MouseFocusReason << 8 << 0 << "edit 12" << false;
+        QTest::newRow("tab in, no controller") << Qt::TabFocusReason << -1 << -1 << "button 0" << false;
+        QTest::newRow("backtab in, no controller") << Qt::BacktabFocusReason << -1 << 0 << "edit 29" << false;
     }
     // The child that the keyboard or the program focuses is scrolled into view with the
     // margin, and no further; a click's focus scrolls nothing.
     void focusKeptVisible()
     {
-        QFETCH(QString, how);
-        QFETCH(bool, controlled);
+        QFETCH(Qt::FocusReason, reason);
+        QFETCH(int, margin);
         QFETCH(int, startValue);
         QFETCH(QString, focused);
         QFETCH(bool, scrolls);
-        Page page;
-        ScrollAreaController* controller = controlled ? OrvantaQT::SetScroller(page.area) : nullptr;
-        QVERIFY(page.Show());
-        page.Vertical()->setValue(startValue < 0 ? page.Vertical()->maximum() : startValue);
-        const int before = page.Vertical()->value();
+        Page page(margin >= 0);
+        if (margin >= 0 && margin != 8)
+            page.controller->SetFocusMargin(margin);
         const int row = focused.section(QLatin1Char(' '), 1).toInt();
         QWidget* target = focused.startsWith(QLatin1String("button")) ? static_cast<QWidget*>(page.buttons[row])
                                                                       : page.edits[row];
-        if (how == QLatin1String("tab")) {
-            page.above->setFocus();
-            QTest::keyClick(page.above, Qt::Key_Tab);
-        } else if (how == QLatin1String("backtab")) {
-            page.below->setFocus();
-            QTest::keyClick(page.below, Qt::Key_Backtab);
+        const bool tall = focused.startsWith(QLatin1String("tall"));
+        if (tall)
+            target->setFixedHeight(400);
+        QVERIFY(page.Show());
+        page.ScrollTo(startValue);
+        const int before = page.Vertical()->value();
+        if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason) {
+            QLineEdit* from = reason == Qt::TabFocusReason ? page.above : page.below;
+            from->setFocus();
+            QTest::keyClick(from, reason == Qt::TabFocusReason ? Qt::Key_Tab : Qt::Key_Backtab);
         } else {
-            target->setFocus(how == QLatin1String("mouse") ? Qt::MouseFocusReason : Qt::OtherFocusReason);
+            target->setFocus(reason);
         }
         QVERIFY(target->hasFocus());
         const QRect rect = page.InViewport(target);
-        if (!scrolls) {
+        if (!scrolls)
             QCOMPARE(page.Vertical()->value(), before);
-            return;
-        }
-        const int margin = controller->GetFocusMargin();
-        // In view with the margin, at the edge it came from.
-        if (page.Vertical()->value() < before)
+        // In view with the margin, at the edge it came from; a tall one at the top.
+        else if (tall || page.Vertical()->value() < before)
             QCOMPARE(rect.top(), margin);
         else
             QCOMPARE(rect.bottom() + 1, page.Viewport()->height() - margin);
-    }
-
-    // A wider margin keeps more room; a child taller than the area shows its top.
-    void focusMargin()
-    {
-        Page page;
-        ScrollAreaController* controller = OrvantaQT::SetScroller(page.area);
-        controller->SetFocusMargin(30);
-        QVERIFY(page.Show());
-        page.edits[10]->setFocus();
-        QCOMPARE(page.InViewport(page.edits[10]).bottom() + 1, page.Viewport()->height() - 30);
-        page.edits[20]->setMinimumHeight(400);
-        page.edits[20]->resize(200, 400);
-        page.edits[20]->setFocus();
-        QCOMPARE(page.InViewport(page.edits[20]).top(), 30);
     }
 
     void dragAndDropNearAnEdge_data()
@@ -534,97 +457,86 @@ private Q_SLOTS:
         QFETCH(int, startValue);
         QFETCH(QPoint, direction);
         Page page;
-        ScrollAreaController* controller = OrvantaQT::SetScroller(page.area);
+        ScrollAreaController* controller = page.controller;
         QVERIFY(page.Show());
-        page.Vertical()->setValue(startValue < 0 ? page.Vertical()->maximum() : startValue);
+        page.ScrollTo(startValue);
         const QSize size = page.Viewport()->size();
         const auto at = [&](const QPoint& towards) {
             return QPoint(size.width() / 2 + towards.x() * (size.width() / 2 - 3),
                           size.height() / 2 + towards.y() * (size.height() / 2 - 3));
         };
         QVERIFY(!controller->IsAutoScrolling());
-        DragSession drag(page.content, page.Viewport(), at(QPoint(0, 0)));
-        QVERIFY(drag.IsInside());
+        DragSession drag(page, at(QPoint(0, 0)));
+        QVERIFY(drag.inside);
         QVERIFY(!controller->IsAutoScrolling());
         drag.Move(at(where));
-        const QPoint before(page.Horizontal()->value(), page.Vertical()->value());
+        const QPoint before = page.Scrolled();
+        QCOMPARE(controller->IsAutoScrolling(), !direction.isNull());
         if (direction.isNull()) {
-            QVERIFY(!controller->IsAutoScrolling());
             QTest::qWait(100);
-            QCOMPARE(QPoint(page.Horizontal()->value(), page.Vertical()->value()), before);
+            QCOMPARE(page.Scrolled(), before);
             return;
         }
-        QVERIFY(controller->IsAutoScrolling());
-        QTRY_VERIFY(qAbs(page.Horizontal()->value() - before.x()) >= 3 * qAbs(direction.x())
-                    && qAbs(page.Vertical()->value() - before.y()) >= 3 * qAbs(direction.y()));
-        const QPoint moved = QPoint(page.Horizontal()->value(), page.Vertical()->value()) - before;
+        QTRY_VERIFY(qAbs(page.Scrolled().x() - before.x()) >= 3 * qAbs(direction.x())
+                    && qAbs(page.Scrolled().y() - before.y()) >= 3 * qAbs(direction.y()));
+        const QPoint moved = page.Scrolled() - before;
         QCOMPARE(QPoint((moved.x() > 0) - (moved.x() < 0), (moved.y() > 0) - (moved.y() < 0)), direction);
 
-        // Out of the band: it stops there.
-        drag.Move(at(QPoint(0, 0)));
+        drag.Move(at(QPoint(0, 0))); // out of the band: it stops there
         QVERIFY(!controller->IsAutoScrolling());
-        // Back in, then the drag leaves.
-        drag.Move(at(where));
+        drag.Move(at(where)); // back in, then the drag leaves
         QVERIFY(controller->IsAutoScrolling());
         drag.Leave();
         QVERIFY(!controller->IsAutoScrolling());
-        // In again, then a drop.
-        DragSession again(page.content, page.Viewport(), at(where));
+        DragSession again(page, at(where)); // in again, then a drop
         QVERIFY(controller->IsAutoScrolling());
         again.Drop(at(where));
         QVERIFY(!controller->IsAutoScrolling());
     }
 
-    // The scrolling is faster nearer the edge, ends at the end of the content, and is off
-    // with a margin of 0.
-    void dragAndDropSpeedAndEnd()
+    // The scrolling is faster nearer the edge, ends at the end of the content, is off with
+    // a margin of 0, and stops with the area hidden.
+    void dragAndDropSpeedEndAndHiding()
     {
         Page page;
-        ScrollAreaController* controller = OrvantaQT::SetScroller(page.area);
+        ScrollAreaController* controller = page.controller;
         controller->SetAutoScrollStep(40);
         QVERIFY(page.Show());
-        const int height = page.Viewport()->height();
+        const int edge = page.Viewport()->height() - 1;
         // One tick at the edge goes the whole step, in the band's middle half of it.
         QSignalSpy steps(page.Vertical(), &QScrollBar::valueChanged);
-        {
-            DragSession drag(page.content, page.Viewport(), QPoint(100, height - 1));
-            QTRY_VERIFY(steps.count() >= 2);
+        for (const int inward : {0, 12}) {
+            page.Vertical()->setValue(0);
+            steps.clear();
+            {
+                DragSession drag(page, QPoint(100, edge - inward));
+                QTRY_VERIFY(steps.count() >= 2);
+            }
+            QCOMPARE(steps.at(1).at(0).toInt() - steps.at(0).at(0).toInt(), 40 * (24 - inward) / 24);
         }
-        QCOMPARE(steps.at(1).at(0).toInt() - steps.at(0).at(0).toInt(), 40);
-        page.Vertical()->setValue(0);
-        steps.clear();
-        {
-            DragSession drag(page.content, page.Viewport(), QPoint(100, height - 1 - 12));
-            QTRY_VERIFY(steps.count() >= 2);
-        }
-        QCOMPARE(steps.at(1).at(0).toInt() - steps.at(0).at(0).toInt(), 40 * 12 / 24);
 
         // To the end, and no further ticks.
         page.Vertical()->setValue(page.Vertical()->maximum() - 50);
         {
-            DragSession drag(page.content, page.Viewport(), QPoint(100, height - 1));
+            DragSession drag(page, QPoint(100, edge));
             QTRY_COMPARE(page.Vertical()->value(), page.Vertical()->maximum());
             QTRY_VERIFY(!controller->IsAutoScrolling());
         }
 
         controller->SetAutoScrollMargin(0);
         page.Vertical()->setValue(0);
-        DragSession drag(page.content, page.Viewport(), QPoint(100, height - 1));
-        QVERIFY(!controller->IsAutoScrolling());
-    }
+        {
+            DragSession drag(page, QPoint(100, edge));
+            QVERIFY(!controller->IsAutoScrolling());
+        }
 
-    // Hidden, the area scrolls no more for a drag; its timer stops with it.
-    void hiddenAreaStopsScrolling()
-    {
-        Page page;
-        ScrollAreaController* controller = OrvantaQT::SetScroller(page.area);
-        QVERIFY(page.Show());
-        DragSession drag(page.content, page.Viewport(), QPoint(100, page.Viewport()->height() - 1));
+        controller->SetAutoScrollMargin(24);
+        DragSession drag(page, QPoint(100, edge));
         QVERIFY(controller->IsAutoScrolling());
         page.area->hide();
         QVERIFY(!controller->IsAutoScrolling());
         const int value = page.Vertical()->value();
-        drag.Move(QPoint(100, page.Viewport()->height() - 1));
+        drag.Move(QPoint(100, edge));
         QVERIFY(!controller->IsAutoScrolling());
         QCOMPARE(page.Vertical()->value(), value);
     }

@@ -15,21 +15,22 @@ QIcon Swatch(const QColor& colour)
     return QIcon(pixmap);
 }
 
-// A window holding the widget at a width of its own choosing, above a line edit that
+// A window holding the widget in the test font at its size hint, above a line edit that
 // holds the focus at first and a buddy to reach by the mnemonic.
 struct Form
 {
     QWidget window;
-    IconWithLabel* caption = new IconWithLabel(Swatch(Qt::red), QStringLiteral("&Name"), &window);
+    IconWithLabel* caption;
     QLineEdit* first = new QLineEdit(&window);
     QLineEdit* buddy = new QLineEdit(&window);
-    Form()
+    explicit Form(const QString& text = QStringLiteral("&Name"))
+        : caption(new IconWithLabel(Swatch(Qt::red), text, &window))
     {
         caption->setFont(TestSupport::TestFont());
-        caption->setGeometry(0, 0, caption->sizeHint().width(), caption->sizeHint().height());
+        caption->resize(caption->sizeHint());
         first->setGeometry(0, 40, 150, 24);
         buddy->setGeometry(0, 70, 150, 24);
-        window.resize(200, 100);
+        window.resize(400, 100);
     }
     bool ShowActive()
     {
@@ -39,22 +40,11 @@ struct Form
         first->setFocus();
         return QTest::qWaitForWindowActive(&window) && first->hasFocus();
     }
+    QLabel* Label() const { return caption->findChild<QLabel*>(QStringLiteral("Label")); }
+    QWidget* Icon() const { return caption->findChild<QWidget*>(QStringLiteral("Icon")); }
+    // Where a part is in the widget.
+    QRect InCaption(const QWidget* part) const { return QRect(part->mapTo(caption, QPoint(0, 0)), part->size()); }
 };
-
-QLabel* Label(const IconWithLabel& widget)
-{
-    return widget.findChild<QLabel*>(QStringLiteral("Label"));
-}
-
-QWidget* IconPart(const IconWithLabel& widget)
-{
-    return widget.findChild<QWidget*>(QStringLiteral("Icon"));
-}
-
-QRect GeometryIn(const QWidget* part, const QWidget* widget)
-{
-    return QRect(part->mapTo(widget, QPoint(0, 0)), part->size());
-}
 
 } // namespace
 
@@ -65,148 +55,145 @@ class TestIconWithLabel : public QObject
 private Q_SLOTS:
     void initTestCase() { QApplication::setStyle(QStringLiteral("Fusion")); }
 
-    // The parts are named for style sheets and screen readers, and the label's own text
-    // is the whole text without the mnemonic marks.
-    void children()
+    // The parts are named for style sheets and screen readers, and the label's own text is
+    // the whole text without the mnemonic marks. The size hint fits the icon and the whole
+    // text with the style's spacing; the minimum leaves room for an ellipsis only. An icon
+    // size set is kept through style changes and reset to the style's; sizes and
+    // orientations that are none are logged and ignored.
+    void partsAndSizes()
     {
-        IconWithLabel widget(Swatch(Qt::red), QStringLiteral("&Save && close"));
-        QVERIFY(IconPart(widget) && Label(widget));
-        QCOMPARE(IconPart(widget)->accessibleName(), QStringLiteral("IconWithLabel_Icon"));
-        QCOMPARE(Label(widget)->accessibleName(), QStringLiteral("IconWithLabel_Label"));
-        QCOMPARE(Label(widget)->text(), QStringLiteral("Save & close"));
-        QCOMPARE(widget.GetText(), QStringLiteral("&Save && close"));
-        QCOMPARE(widget.GetShownText(), QStringLiteral("Save & close"));
-        const int small = widget.style()->pixelMetric(QStyle::PM_SmallIconSize);
-        QCOMPARE(widget.GetIconSize(), QSize(small, small));
-        QCOMPARE(widget.GetOrientation(), Qt::Horizontal);
-        QCOMPARE(widget.GetBuddy(), nullptr);
+        const std::unique_ptr<QStyle> windows(QStyleFactory::create(QStringLiteral("Windows")));
+        Form form(QStringLiteral("&Save && close"));
+        IconWithLabel* widget = form.caption;
+        QVERIFY(form.Icon() && form.Label());
+        QCOMPARE(QStringList({form.Icon()->accessibleName(), form.Label()->accessibleName()}),
+                 QStringList({"IconWithLabel_Icon", "IconWithLabel_Label"}));
+        QCOMPARE(QStringList({form.Label()->text(), widget->GetText(), widget->GetShownText()}),
+                 QStringList({"Save & close", "&Save && close", "Save & close"}));
+        widget->SetText(QStringLiteral("Clos&e")); // a mark before the last letter
+        QCOMPARE(widget->GetShownText(), QStringLiteral("Close"));
+        const int small = widget->style()->pixelMetric(QStyle::PM_SmallIconSize);
+        QCOMPARE(widget->GetIconSize(), QSize(small, small));
+        QCOMPARE(widget->GetOrientation(), Qt::Horizontal);
+        QCOMPARE(widget->GetBuddy(), nullptr);
+        QCOMPARE(TestSupport::FirstNotReset(widget, {{"iconSize", QSize(30, 30)}}), QString());
+
+        widget->SetText(kText);
+        const QFontMetrics metrics(TestSupport::TestFont());
+        const int text = metrics.horizontalAdvance(kText);
+        const int spacing = widget->style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing);
+        QCOMPARE(widget->sizeHint(), QSize(small + spacing + text, qMax(small, metrics.height())));
+        QCOMPARE(widget->minimumSizeHint().width(), small + spacing + metrics.horizontalAdvance(QChar(0x2026)));
+        widget->SetIconSize(QSize(24, 24));
+        QCOMPARE(form.Icon()->size(), QSize(24, 24));
+        QCOMPARE(widget->sizeHint().width(), 24 + spacing + text);
+        widget->setStyle(windows.get());
+        QCOMPARE(widget->GetIconSize(), QSize(24, 24));
+        widget->ResetIconSize();
+        QCOMPARE(widget->GetIconSize(), QSize(small, small));
+
+        const LogCapture::Mark mark;
+        widget->SetIconSize(QSize(0, 10));
+        widget->SetOrientation(static_cast<Qt::Orientation>(7));
+        QCOMPARE(widget->GetIconSize(), QSize(small, small));
+        QCOMPARE(widget->GetOrientation(), Qt::Horizontal);
+        QCOMPARE(mark.Texts(), QStringList({QStringLiteral("3 IconWithLabel: an icon size of 0x10 is ignored; it stays %1x%1").arg(small),
+                                            QStringLiteral("3 IconWithLabel: 7 is not an orientation; it stays horizontal")}));
+
+        widget->SetIcon(QIcon());
+        QCOMPARE(widget->sizeHint().width(), text);
+        widget->SetText(QString());
+        QCOMPARE(widget->minimumSizeHint().width(), 0);
     }
 
     void elision_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("narrower"); // than the size hint; -1 for the minimum width
+        QTest::addColumn<bool>("padded"); // by a style sheet's padding and border on the label
         QTest::addColumn<bool>("elided");
-        QTest::newRow("size hint") << kText << 0 << false;
-        QTest::newRow("wider") << kText << -30 << false;
-        QTest::newRow("a pixel short") << kText << 1 << true;
-        QTest::newRow("half") << kText << 80 << true;
-        QTest::newRow("minimum") << kText << -1 << true;
+        QTest::newRow("size hint") << kText << 0 << false << false;
+        QTest::newRow("wider") << kText << -30 << false << false;
+        QTest::newRow("a pixel short") << kText << 1 << false << true;
+        QTest::newRow("half") << kText << 80 << false << true;
+        QTest::newRow("minimum") << kText << -1 << false << true;
+        QTest::newRow("padded, size hint") << kText << 0 << true << false;
+        QTest::newRow("padded, a pixel short") << kText << 1 << true << true;
         // Words whose whole pixels QFontMetrics::elidedText() would cut at their own width.
         for (const char* word : {"Name", "Computer", "Network"})
-            QTest::newRow(word) << QString::fromLatin1(word) << 0 << false;
+            QTest::newRow(word) << QString::fromLatin1(word) << 0 << false << false;
     }
     // The text is cut at the right with an ellipsis where it does not fit, never wider
-    // than the label; the whole text is then the label's tool tip, and only then.
+    // than the label; the whole text is then the label's tool tip, and only then. A style
+    // sheet's padding and border are room around the text, in the size hint.
     void elision()
     {
         QFETCH(QString, text);
         QFETCH(int, narrower);
+        QFETCH(bool, padded);
         QFETCH(bool, elided);
-        QWidget window;
-        auto* widget = new IconWithLabel(Swatch(Qt::red), text, &window);
-        widget->setFont(TestSupport::TestFont());
-        const int width =
-            narrower == -1 ? widget->minimumSizeHint().width() : widget->sizeHint().width() - narrower;
-        widget->setGeometry(0, 0, width, widget->sizeHint().height());
-        window.resize(400, 60);
-        QVERIFY(TestSupport::ShowAndWait(&window));
-        QLabel* label = Label(*widget);
+        Form form(text);
+        IconWithLabel* widget = form.caption;
+        const int plain = widget->sizeHint().width();
+        if (padded) {
+            widget->setStyleSheet(QStringLiteral("#Label { padding-left: 10px; border: 2px solid black; }"));
+            QCOMPARE(widget->sizeHint().width(), plain + 10 + 2 * 2);
+        }
+        widget->resize(narrower == -1 ? widget->minimumSizeHint().width() : widget->sizeHint().width() - narrower,
+                       widget->sizeHint().height());
+        QVERIFY(TestSupport::ShowAndWait(&form.window));
         QCOMPARE(widget->IsElided(), elided);
         const QString shown = widget->GetShownText();
-        const QFontMetrics metrics(TestSupport::TestFont());
-        QVERIFY2(metrics.horizontalAdvance(shown) <= label->contentsRect().width(), qPrintable(shown));
-        if (elided) {
+        QVERIFY2(QFontMetrics(TestSupport::TestFont()).horizontalAdvance(shown) <= form.Label()->contentsRect().width(),
+                 qPrintable(shown));
+        if (elided)
             QVERIFY2(shown.endsWith(QChar(0x2026)) && text.startsWith(shown.chopped(1)), qPrintable(shown));
-            QCOMPARE(label->toolTip(), text);
-        } else {
+        else
             QCOMPARE(shown, text);
-            QCOMPARE(label->toolTip(), QString());
-        }
+        QCOMPARE(form.Label()->toolTip(), elided ? text : QString());
         // Wide again, whole again.
         widget->resize(widget->sizeHint());
-        QCOMPARE(widget->GetShownText(), text);
-        QCOMPARE(label->toolTip(), QString());
-    }
-
-    // The size hint fits the icon and the whole text with the style's spacing; the minimum
-    // leaves room for an ellipsis only.
-    void sizeHints()
-    {
-        IconWithLabel widget(Swatch(Qt::red), kText);
-        widget.setFont(TestSupport::TestFont());
-        const QFontMetrics metrics(TestSupport::TestFont());
-        const int spacing = widget.style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing);
-        const int icon = widget.GetIconSize().width();
-        QCOMPARE(widget.sizeHint(), QSize(icon + spacing + metrics.horizontalAdvance(kText), qMax(icon, metrics.height())));
-        QCOMPARE(widget.minimumSizeHint().width(), icon + spacing + metrics.horizontalAdvance(QChar(0x2026)));
-        widget.SetIcon(QIcon());
-        QCOMPARE(widget.sizeHint().width(), metrics.horizontalAdvance(kText));
-        widget.SetText(QString());
-        QCOMPARE(widget.minimumSizeHint().width(), 0);
-    }
-
-    // A style sheet's padding and border on the label are room around the text: in the
-    // size hint, and not taken from the text at that size.
-    void styleSheetPadding()
-    {
-        QWidget window;
-        auto* widget = new IconWithLabel(Swatch(Qt::red), kText, &window);
-        widget->setFont(TestSupport::TestFont());
-        const int plain = widget->sizeHint().width();
-        widget->setStyleSheet(QStringLiteral("#Label { padding-left: 10px; border: 2px solid black; }"));
-        QCOMPARE(widget->sizeHint().width(), plain + 10 + 2 * 2);
-        widget->resize(widget->sizeHint());
-        window.resize(400, 60);
-        QVERIFY(TestSupport::ShowAndWait(&window));
-        QVERIFY(!widget->IsElided());
-        widget->resize(widget->width() - 1, widget->height());
-        QVERIFY(widget->IsElided());
+        QCOMPARE(QStringList({widget->GetShownText(), form.Label()->toolTip()}), QStringList({text, QString()}));
     }
 
     void orientation_data()
     {
         QTest::addColumn<Qt::Orientation>("orientation");
-        QTest::newRow("horizontal") << Qt::Horizontal;
-        QTest::newRow("vertical") << Qt::Vertical;
+        QTest::addColumn<QSize>("hint");
+        QTest::addColumn<QRect>("icon"); // in a widget 40 pixels wider and 20 taller than its hint
+        QTest::addColumn<QRect>("label");
+        QTest::addColumn<Qt::Alignment>("alignment");
+        const QFontMetrics metrics(TestSupport::TestFont());
+        const int text = metrics.horizontalAdvance(QStringLiteral("Music"));
+        const int across = QApplication::style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing);
+        const int down = QApplication::style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing);
+        const int width = qMax(32, text) + 40;
+        // Beside: the icon on the left, both centred on one line.
+        QTest::newRow("horizontal") << Qt::Horizontal << QSize(32 + across + text, 32) << QRect(0, 10, 32, 32)
+                                    << QRect(32 + across, 0, text + 40, 52) << (Qt::AlignLeft | Qt::AlignVCenter);
+        // Above: the icon centred over the text.
+        QTest::newRow("vertical") << Qt::Vertical << QSize(qMax(32, text), 32 + down + metrics.height())
+                                  << QRect((width - 32) / 2, 0, 32, 32) << QRect(0, 32 + down, width, metrics.height() + 20)
+                                  << (Qt::AlignHCenter | Qt::AlignTop);
     }
-    // Beside: the icon on the left, both centred on one line. Above: the icon centred over
-    // the text.
     void orientation()
     {
         QFETCH(Qt::Orientation, orientation);
-        QWidget window;
-        auto* widget = new IconWithLabel(Swatch(Qt::red), QStringLiteral("Music"), &window);
-        widget->setFont(TestSupport::TestFont());
+        QFETCH(QSize, hint);
+        QFETCH(QRect, icon);
+        QFETCH(QRect, label);
+        QFETCH(Qt::Alignment, alignment);
+        Form form(QStringLiteral("Music"));
+        IconWithLabel* widget = form.caption;
         widget->SetIconSize(QSize(32, 32));
         widget->SetOrientation(orientation);
-        const QSize hint = widget->sizeHint();
-        widget->setGeometry(0, 0, hint.width() + 40, hint.height());
-        window.resize(300, 200);
-        QVERIFY(TestSupport::ShowAndWait(&window));
-        const QRect icon = GeometryIn(IconPart(*widget), widget);
-        const QRect label = GeometryIn(Label(*widget), widget);
-        const QFontMetrics metrics(TestSupport::TestFont());
-        QCOMPARE(icon.size(), QSize(32, 32));
-        if (orientation == Qt::Horizontal) {
-            QCOMPARE(hint, QSize(32 + widget->style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing)
-                                     + metrics.horizontalAdvance(QStringLiteral("Music")),
-                                 32));
-            QCOMPARE(icon.topLeft(), QPoint(0, 0));
-            QVERIFY(icon.right() < label.left());
-            QCOMPARE(label.right(), widget->width() - 1);
-        } else {
-            QCOMPARE(hint, QSize(qMax(32, metrics.horizontalAdvance(QStringLiteral("Music"))),
-                                 32 + widget->style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing) + metrics.height()));
-            QCOMPARE(icon.top(), 0);
-            QVERIFY(qAbs(icon.center().x() - widget->width() / 2) <= 1);
-            QVERIFY(icon.bottom() < label.top());
-            QCOMPARE(label.width(), widget->width());
-            QCOMPARE(Label(*widget)->alignment(), Qt::AlignHCenter | Qt::AlignTop);
-        }
+        QCOMPARE(widget->sizeHint(), hint);
+        widget->resize(hint + QSize(40, 20));
+        QVERIFY(TestSupport::ShowAndWait(&form.window));
+        QCOMPARE(QVector<QRect>({form.InCaption(form.Icon()), form.InCaption(form.Label())}), QVector<QRect>({icon, label}));
+        QCOMPARE(form.Label()->alignment(), alignment);
         // Switching back and forth ends where it started.
-        const Qt::Orientation other = orientation == Qt::Horizontal ? Qt::Vertical : Qt::Horizontal;
-        widget->SetOrientation(other);
+        widget->SetOrientation(orientation == Qt::Horizontal ? Qt::Vertical : Qt::Horizontal);
         widget->SetOrientation(orientation);
         QCOMPARE(widget->sizeHint(), hint);
     }
@@ -225,20 +212,17 @@ private Q_SLOTS:
     {
         QFETCH(bool, elided);
         QFETCH(bool, button);
-        Form form;
-        QWidget* target = form.buddy;
+        Form form(QStringLiteral("Your full &name"));
         auto* push = new QPushButton(QStringLiteral("Go"), &form.window);
         push->setGeometry(160, 70, 40, 24);
         QSignalSpy clicks(push, &QPushButton::clicked);
-        if (button)
-            target = push;
-        form.caption->SetText(QStringLiteral("Your full &name"));
+        QWidget* target = button ? static_cast<QWidget*>(push) : form.buddy;
         form.caption->SetBuddy(target);
         QCOMPARE(form.caption->GetBuddy(), target);
-        const QSize hint = form.caption->sizeHint();
-        form.caption->resize(elided ? form.caption->minimumSizeHint().width() + 30 : hint.width(), hint.height());
+        if (elided)
+            form.caption->resize(form.caption->minimumSizeHint().width() + 30, form.caption->height());
         QVERIFY(form.ShowActive());
-        QVERIFY(form.caption->IsElided() == elided);
+        QCOMPARE(form.caption->IsElided(), elided);
         if (elided)
             QVERIFY(!form.caption->GetShownText().contains(QLatin1Char('n')));
         QTest::keyClick(form.first, Qt::Key_N, Qt::AltModifier);
@@ -246,101 +230,59 @@ private Q_SLOTS:
         QTRY_COMPARE(clicks.count(), button ? 1 : 0);
     }
 
-    // Without a buddy, with the buddy gone or the mark gone, the keys do nothing; a new
-    // text's letter takes over.
+    // The marked letter is underlined while it has something to do. Without a buddy, with
+    // the buddy gone or the mark gone, the keys do nothing; a new text's letter takes over.
     void mnemonicWithoutBuddy()
     {
         Form form;
-        QVERIFY(form.ShowActive());
-        QTest::keyClick(form.first, Qt::Key_N, Qt::AltModifier);
-        QVERIFY(form.first->hasFocus());
-
-        form.caption->SetBuddy(form.buddy);
-        form.caption->SetText(QStringLiteral("Name"));
-        QTest::keyClick(form.first, Qt::Key_N, Qt::AltModifier);
-        QVERIFY(form.first->hasFocus());
-
-        form.caption->SetText(QStringLiteral("Na&me"));
-        QTest::keyClick(form.first, Qt::Key_N, Qt::AltModifier);
-        QVERIFY(form.first->hasFocus());
-        QTest::keyClick(form.first, Qt::Key_M, Qt::AltModifier);
-        QVERIFY(form.buddy->hasFocus());
-
-        form.first->setFocus();
-        delete form.buddy;
-        QCOMPARE(form.caption->GetBuddy(), nullptr);
-        QTest::keyClick(form.first, Qt::Key_M, Qt::AltModifier);
-        QVERIFY(form.first->hasFocus());
-    }
-
-    // The marked letter is underlined while it has something to do, and "&&" is one "&".
-    void mnemonicUnderline()
-    {
-        Form form;
         form.caption->SetIcon(QIcon());
-        QVERIFY(TestSupport::ShowAndWait(&form.window));
+        QVERIFY(form.ShowActive());
+        const auto focusedBy = [&](Qt::Key key) {
+            QTest::keyClick(form.first, key, Qt::AltModifier);
+            return QApplication::focusWidget();
+        };
+        QCOMPARE(focusedBy(Qt::Key_N), form.first);
         const QImage plain = TestSupport::Render(form.caption);
         form.caption->SetBuddy(form.buddy);
-        const QImage marked = TestSupport::Render(form.caption);
-        const QRect changed = TestSupport::Changed(plain, marked);
-        const QFontMetrics metrics(TestSupport::TestFont());
+        const QRect changed = TestSupport::Changed(plain, TestSupport::Render(form.caption));
         // Under the "N" only, below the middle of the line.
-        QVERIFY2(changed.isValid() && changed.right() < metrics.horizontalAdvance(QLatin1Char('N'))
+        QVERIFY2(changed.isValid() && changed.right() < QFontMetrics(TestSupport::TestFont()).horizontalAdvance(QLatin1Char('N'))
                      && changed.top() > form.caption->height() / 2,
                  qPrintable(QStringLiteral("%1 %2 %3 %4").arg(changed.x()).arg(changed.y()).arg(changed.width()).arg(changed.height())));
         form.caption->SetBuddy(nullptr);
         QCOMPARE(TestSupport::Render(form.caption), plain);
+        form.caption->SetBuddy(form.buddy);
+        form.caption->SetText(QStringLiteral("Name"));
+        QCOMPARE(TestSupport::Render(form.caption), plain);
+        QCOMPARE(focusedBy(Qt::Key_N), form.first);
+        form.caption->SetText(QStringLiteral("Na&me"));
+        QCOMPARE(focusedBy(Qt::Key_N), form.first);
+        QCOMPARE(focusedBy(Qt::Key_M), form.buddy);
+        form.first->setFocus();
+        delete form.buddy;
+        QCOMPARE(form.caption->GetBuddy(), nullptr);
+        QCOMPARE(focusedBy(Qt::Key_M), form.first);
     }
 
-    // A new icon is painted at once; the same one again paints nothing.
+    // A new icon is painted at once, the same one again paints nothing, a disabled widget
+    // paints it disabled; without one the label takes its place.
     void iconChange()
     {
-        QWidget window;
-        auto* widget = new IconWithLabel(Swatch(Qt::red), kText, &window);
-        widget->resize(widget->sizeHint());
-        window.resize(300, 40);
-        QVERIFY(TestSupport::ShowAndWait(&window));
-        const QPoint centre = GeometryIn(IconPart(*widget), widget).center();
+        Form form(kText);
+        IconWithLabel* widget = form.caption;
+        QVERIFY(TestSupport::ShowAndWait(&form.window));
+        const QPoint centre = form.InCaption(form.Icon()).center();
         QCOMPARE(TestSupport::Render(widget).pixelColor(centre), QColor(Qt::red));
         const QIcon green = Swatch(Qt::green);
         QVERIFY(TestSupport::Repaints(widget, [&] { widget->SetIcon(green); }));
         QCOMPARE(TestSupport::Render(widget).pixelColor(centre), QColor(Qt::green));
         QVERIFY(!TestSupport::Repaints(widget, [&] { widget->SetIcon(green); }));
-        // A disabled widget paints its icon disabled.
         widget->setEnabled(false);
         QVERIFY(TestSupport::Render(widget).pixelColor(centre) != QColor(Qt::green));
-        // No icon: the label takes its place.
         widget->setEnabled(true);
         widget->SetIcon(QIcon());
-        QVERIFY(IconPart(*widget)->isHidden());
-        QTRY_COMPARE(Label(*widget)->x(), 0);
-    }
-
-    // A size set is kept through style changes and reset to the style's; sizes and
-    // orientations that are none are logged and ignored.
-    void iconSize()
-    {
-        const std::unique_ptr<QStyle> windows(QStyleFactory::create(QStringLiteral("Windows")));
-        IconWithLabel widget(Swatch(Qt::red), kText);
-        QCOMPARE(TestSupport::FirstNotReset(&widget, {{"iconSize", QSize(30, 30)}}), QString());
-        const QSize small = widget.GetIconSize();
-        const int width = widget.sizeHint().width();
-        widget.SetIconSize(QSize(24, 24));
-        QCOMPARE(IconPart(widget)->size(), QSize(24, 24));
-        QCOMPARE(widget.sizeHint().width(), width + 24 - small.width());
-        widget.setStyle(windows.get());
-        QCOMPARE(widget.GetIconSize(), QSize(24, 24));
-        widget.ResetIconSize();
-        QCOMPARE(widget.GetIconSize(), small);
-
-        const LogCapture::Mark mark;
-        widget.SetIconSize(QSize(0, 10));
-        widget.SetOrientation(static_cast<Qt::Orientation>(7));
-        QCOMPARE(widget.GetIconSize(), small);
-        QCOMPARE(widget.GetOrientation(), Qt::Horizontal);
-        QCOMPARE(mark.Texts(),
-                 QStringList({QStringLiteral("3 IconWithLabel: an icon size of 0x10 is ignored; it stays %1x%1").arg(small.width()),
-                              QStringLiteral("3 IconWithLabel: 7 is not an orientation; it stays horizontal")}));
+        QVERIFY(form.Icon()->isHidden());
+        QTRY_COMPARE(form.Label()->x(), 0);
     }
 };
 

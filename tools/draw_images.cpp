@@ -45,27 +45,27 @@ QImage Strip(int size)
     return strip;
 }
 
-constexpr int kButtonWidth = 25;
-constexpr int kBandHeight = 22;
-
-// One rounded band: a fill and a border of the given colours.
-void Band(QPainter& painter, int top, const QColor& fill, const QColor& border)
+// Bands of width × height stacked from the top, each a rectangle rounded by radius in its
+// fill and border; a transparent border leaves the band's edge out.
+QImage Bands(int width, int height, qreal radius, const QVector<QPair<QColor, QColor>>& bands)
 {
-    painter.setPen(border);
-    painter.setBrush(fill);
-    painter.drawRoundedRect(QRectF(0.5, top + 0.5, kButtonWidth - 1, kBandHeight - 1), 2, 2);
+    QImage image(width, height * bands.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (int i = 0; i < bands.size(); ++i) {
+        painter.setPen(bands[i].second.alpha() ? QPen(bands[i].second) : QPen(Qt::NoPen));
+        painter.setBrush(bands[i].first);
+        painter.drawRoundedRect(QRectF(0.5, i * height + 0.5, width - 1, height - 1), radius, radius);
+    }
+    return image;
 }
 
 QImage SearchButton()
 {
-    QImage image(kButtonWidth, 3 * kBandHeight, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    Band(painter, 0, QColor(224, 236, 250), QColor(150, 180, 220));             // hovered
-    Band(painter, kBandHeight, QColor(196, 216, 242), QColor(110, 150, 205));   // pressed
-    Band(painter, 2 * kBandHeight, QColor(255, 255, 255, 0), QColor(0, 0, 0, 0)); // normal: nothing
-    return image;
+    return Bands(25, 22, 2, {{QColor(224, 236, 250), QColor(150, 180, 220)},   // hovered
+                             {QColor(196, 216, 242), QColor(110, 150, 205)},   // pressed
+                             {Qt::transparent, Qt::transparent}});             // normal: nothing
 }
 
 QImage Magnifier()
@@ -105,22 +105,6 @@ QImage Cancel()
     return image;
 }
 
-// Bands of width × height stacked from the top, each a rounded rectangle of its fill and
-// border; a transparent border leaves the band's edge out.
-QImage Bands(int width, int height, const QVector<QPair<QColor, QColor>>& bands)
-{
-    QImage image(width, height * bands.size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    for (int i = 0; i < bands.size(); ++i) {
-        painter.setPen(bands[i].second.alpha() ? QPen(bands[i].second) : QPen(Qt::NoPen));
-        painter.setBrush(bands[i].first);
-        painter.drawRoundedRect(QRectF(0.5, i * height + 0.5, width - 1, height - 1), 4, 4);
-    }
-    return image;
-}
-
 QImage ToolBarBackground()
 {
     QImage image(32, 32, QImage::Format_ARGB32_Premultiplied);
@@ -138,14 +122,14 @@ QImage ToolBarBackground()
 
 QImage ToolBarButton()
 {
-    return Bands(24, 24, {{QColor(226, 236, 249), QColor(160, 186, 222)},   // hovered
+    return Bands(24, 24, 4, {{QColor(226, 236, 249), QColor(160, 186, 222)},   // hovered
                           {QColor(200, 218, 243), QColor(118, 154, 206)},   // pressed or selected
                           {Qt::transparent, Qt::transparent}});             // normal: nothing
 }
 
 QImage TwoButtons()
 {
-    return Bands(48, 28, {{QColor(255, 255, 255), QColor(188, 196, 207)},   // normal
+    return Bands(48, 28, 4, {{QColor(255, 255, 255), QColor(188, 196, 207)},   // normal
                           {QColor(234, 242, 252), QColor(150, 180, 220)},   // hovered
                           {QColor(206, 222, 244), QColor(110, 150, 205)}}); // pressed
 }

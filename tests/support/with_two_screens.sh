@@ -45,14 +45,7 @@ xrandr --addmode DUMMY1 1024x768 &&
     exit 1
 }
 # The server publishes the new layout a moment later.
-tries=0
-until xrandr --listmonitors | grep -q '^Monitors: 2'; do
-    if [ $tries -ge 100 ]; then
-        echo "with_two_screens.sh: the second screen did not appear" >&2
-        exit 1
-    fi
-    tries=$((tries + 1))
-    sleep 0.05
-done
+two_monitors() { xrandr --listmonitors | grep -q '^Monitors: 2'; }
+wait_until "with_two_screens.sh: the second screen" "$work/xorg.log" "$server" 100 two_monitors
 start_window_manager
 QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR="$work" QT_SCREEN_SCALE_FACTORS="${QT_HALVO_SCREEN_SCALE_FACTORS:-}" "$@"

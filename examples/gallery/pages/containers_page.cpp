@@ -210,8 +210,8 @@ QWidget* CreateFocus(QWidget* parent)
     focus->setObjectName(QStringLiteral("AdvancedFocus"));
     focus->SetFocusable(false);
     QObject::connect(toggle, &QPushButton::toggled, pane, &CollapsingPane::setExpanded);
+    // Expanded(false) comes as the pane starts to close, Expanded(true) once it is open.
     QObject::connect(pane, qOverload<bool>(&CollapsingPane::Expanded), focus, &FocusPolicyController::SetFocusable);
-    QObject::connect(pane, &CollapsingPane::Collapsing, focus, &FocusPolicyController::TakeOut);
     layout->addWidget(pane);
     auto* after = new QLineEdit(demo);
     after->setPlaceholderText(Translate("Tab from the button comes here while the pane is closed"));

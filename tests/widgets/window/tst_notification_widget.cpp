@@ -274,8 +274,12 @@ private Q_SLOTS:
         notification.SetText(QStringLiteral("Short."));
         QTRY_VERIFY(notification.height() < before);
         QCOMPARE(host.below->y(), notification.height());
+        // A part whose size changes by itself is placed again too.
+        QPushButton* button = notification.ActionButtons()[0];
+        button->setFont(TestSupport::TestFont(24));
+        QTRY_COMPARE(button->size(), button->sizeHint());
         retry.setText(QStringLiteral("Retry with a much longer label than before"));
-        QTRY_COMPARE(notification.ActionButtons()[0]->width(), notification.ActionButtons()[0]->sizeHint().width());
+        QTRY_COMPARE(button->width(), button->sizeHint().width());
         QVERIFY(notification.sizeHint().width() >= notification.minimumSizeHint().width());
     }
 
@@ -433,6 +437,9 @@ private Q_SLOTS:
         QVERIFY(notification.isHidden());
         QCOMPARE(log.Take(), TestSupport::Words("Shown(false) Hidden() Hidden(true)"));
         QTRY_COMPARE(host.below->y(), 0);
+        // What comes after is animated again, where animations are on.
+        notification.AnimatedShow();
+        QCOMPARE(notification.IsAnimating(), how != QLatin1String("still"));
     }
 
     // Shown, and changed while shown, it is announced as an alert with its type and its
@@ -525,6 +532,8 @@ private Q_SLOTS:
         QPushButton* detailsButton = notification.ActionButtons()[2];
         retry->setText(QStringLiteral("Try again"));
         retry->setEnabled(false);
+        retry->setToolTip(QStringLiteral("Send it again"));
+        QCOMPARE(notification.ActionButtons()[1]->toolTip(), QStringLiteral("Send it again"));
         QPixmap blue(16, 16);
         blue.fill(Qt::blue);
         details->setIcon(QIcon(blue));

@@ -72,6 +72,8 @@ private Q_SLOTS:
         Window place;
         QVERIFY(TestSupport::ShowAndWait(&place.window));
         const quint64 first = place.queue->Post(NotificationType::Information, QStringLiteral("Saved"));
+        // In its place at once, not gliding there.
+        QCOMPARE(place.Toast(first)->geometry().topRight(), QPoint(640 - 12 - 1, 12));
         const quint64 second = place.queue->Post(NotificationType::Warning, kLong);
         const quint64 third = place.queue->Post(NotificationType::Error, QStringLiteral("Printer offline"));
         place.queue->SetPosition(position); // the toasts there go over
@@ -443,6 +445,7 @@ private Q_SLOTS:
         QTest::newRow("window deleted while fading in") << "delete window";
         QTest::newRow("toast deleted by the host while shown") << "delete toast";
         QTest::newRow("own toast deleted by the host while waiting") << "delete waiting";
+        QTest::newRow("own toast removed while waiting") << "remove waiting";
         QTest::newRow("queue deleted") << "delete queue";
     }
     // Whatever goes first, Closed() comes once for each toast that was made and nothing is
@@ -480,10 +483,14 @@ private Q_SLOTS:
             delete shown;
             QCOMPARE(queue->VisibleCount(), 0);
             QTRY_COMPARE(queue->VisibleToasts(), QList<PopupMessage*>({own.data()}));
-        } else if (end == "delete waiting") {
-            delete own;
+        } else if (end == "delete waiting" || end == "remove waiting") {
+            if (end == "delete waiting")
+                delete own;
+            else
+                QVERIFY(queue->Remove(ownId));
             QCOMPARE(queue->WaitingCount(), 0);
             QVERIFY(!queue->Contains(ownId));
+            QTRY_VERIFY(!own); // taken over: deleted with the message
         } else if (end == "delete queue") {
             delete queue;
             QVERIFY(!own); // taken over while waiting

@@ -454,6 +454,30 @@ private Q_SLOTS:
         QCOMPARE(parent->parentWidget(), &window);
     }
 
+    // Mouse events the bar does not use, of another button, go on to the widget it lies in.
+    void passesOnWhatItDoesNotUse()
+    {
+        struct : QObject
+        {
+            QList<QEvent::Type> seen;
+            bool eventFilter(QObject*, QEvent* event) override
+            {
+                if (dynamic_cast<QMouseEvent*>(event))
+                    seen << event->type();
+                return false;
+            }
+        } parentSees;
+        QWidget parent;
+        auto* bar = new TitleBar(&parent);
+        parent.installEventFilter(&parentSees);
+        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseMove, QEvent::MouseButtonDblClick}) {
+            QMouseEvent event(type, QPointF(50, 10), Qt::RightButton, Qt::RightButton, Qt::NoModifier);
+            QApplication::sendEvent(bar, &event);
+        }
+        QCOMPARE(parentSees.seen, QList<QEvent::Type>({QEvent::MouseButtonPress, QEvent::MouseMove,
+                                                       QEvent::MouseButtonDblClick}));
+    }
+
     // A bar that is a window of its own has no window to act on: its buttons and a double
     // click leave it as it is.
     void topLevelBar()

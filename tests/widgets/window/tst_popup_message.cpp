@@ -310,10 +310,8 @@ private Q_SLOTS:
     void paintsItsType_data()
     {
         QTest::addColumn<NotificationType::Type>("type");
-        QTest::newRow("information") << NotificationType::Information;
-        QTest::newRow("positive") << NotificationType::Positive;
-        QTest::newRow("warning") << NotificationType::Warning;
-        QTest::newRow("error") << NotificationType::Error;
+        for (int type = NotificationType::Information; type <= NotificationType::Error; ++type)
+            QTest::newRow(qPrintable(NotificationType::Name(NotificationType::Type(type)))) << NotificationType::Type(type);
     }
     // The type's default colour, unless a style sheet rule on "NotificationType" styles it;
     // a change of type takes the rule of the new one.

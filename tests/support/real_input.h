@@ -2,12 +2,26 @@
 // really pressed, so a window manager sees it as the user's (QTest's events reach Qt only).
 #pragma once
 
+#include <QtCore/QDebug>
 #include <QtCore/QPoint>
+#include <QtTest/QTest>
+#include <QtWidgets/QWidget>
 
 namespace TestSupport {
 
 // Whether a window manager was started for this run (QT_HALVO_WINDOW_MANAGER).
 bool WindowManagerRuns();
+
+// Waits until the window system has put the window where it was asked to be (a window
+// manager answers a moment later); false, with a warning of where it is, when it has not
+// within 3 s.
+inline bool SettledAt(QWidget* window, const QRect& geometry)
+{
+    if (QTest::qWaitFor([&] { return window->geometry() == geometry; }, 3000))
+        return true;
+    qWarning() << "the window is at" << window->geometry() << "instead of" << geometry;
+    return false;
+}
 
 // Moves the pointer to a global position; the event loop then runs until Qt has seen it.
 void RealMouseMove(const QPoint& global);

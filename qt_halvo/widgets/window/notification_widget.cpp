@@ -163,8 +163,7 @@ NotificationWidget::NotificationWidget(NotificationType::Type type, const QStrin
     // out again; the label's font and margins come from style sheets.
     m_content->installEventFilter(this);
     m_text->installEventFilter(this);
-    // References to kept arrangements stay valid while new ones are added.
-    m_arrangements.reserve(kKeptArrangements);
+    m_arrangements.setMaxCost(kKeptArrangements);
 
     m_animation = new QPropertyAnimation(this, "position", this);
     m_animation->setEasingCurve(QEasingCurve::OutCubic);
@@ -630,47 +629,32 @@ void NotificationWidget::PlaceContent()
 const NotificationWidget::Arrangement& NotificationWidget::ArrangementFor(int width) const
 {
     width = qMax(0, width);
-    for (const Arrangement& arrangement : m_arrangements) {
-        if (arrangement.width == width)
-            return arrangement;
+    Arrangement* arrangement = m_arrangements.object(width);
+    if (!arrangement) {
+        arrangement = new Arrangement(ComputeArrangement(width));
+        m_arrangements.insert(width, arrangement);
     }
-    if (m_arrangements.size() < kKeptArrangements) {
-        m_arrangements.append(Arrangement());
-        m_nextArrangement = m_arrangements.size() - 1;
-    } else {
-        m_nextArrangement = (m_nextArrangement + 1) % kKeptArrangements;
-    }
-    Arrangement& arrangement = m_arrangements[m_nextArrangement];
-    ComputeArrangement(width, &arrangement);
-    return arrangement;
+    return *arrangement;
 }
 
-void NotificationWidget::ComputeArrangement(int width, Arrangement* arrangement) const
+NotificationWidget::Arrangement NotificationWidget::ComputeArrangement(int width) const
 {
-    *arrangement = Arrangement();
-    arrangement->width = width;
-    arrangement->buttons.resize(m_buttons.size());
+    Arrangement arrangement;
+    arrangement.buttons.resize(m_buttons.size());
     const int marginLeft = Metric(this, QStyle::PM_LayoutLeftMargin, 9);
-    const int marginTop = Metric(this, QStyle::PM_LayoutTopMargin, 9);
+    const int top = Metric(this, QStyle::PM_LayoutTopMargin, 9);
     const int marginRight = Metric(this, QStyle::PM_LayoutRightMargin, 9);
-    const int marginBottom = Metric(this, QStyle::PM_LayoutBottomMargin, 9);
     const int horizontal = Metric(this, QStyle::PM_LayoutHorizontalSpacing, 6);
     const int vertical = Metric(this, QStyle::PM_LayoutVerticalSpacing, 6);
 
-    int left = marginLeft;
-    int right = width - marginRight;
-    const int top = marginTop;
     // The icon and the close button share the first band, centred in it.
     const QSize iconSize = m_iconExtent > 0 ? QSize(m_iconExtent, m_iconExtent) : QSize();
     const QSize closeSize = m_closeButtonVisible ? m_closeButton->sizeHint() : QSize();
     int band = qMax(iconSize.height(), closeSize.height());
-    if (iconSize.isValid())
-        left += iconSize.width() + horizontal;
-    if (closeSize.isValid())
-        right -= closeSize.width() + horizontal;
-    const int column = qMax(0, right - left);
+    const int left = marginLeft + (iconSize.isValid() ? iconSize.width() + horizontal : 0);
+    const int column = qMax(0, width - ColumnAround());
 
-    QVector<QSize> hints(m_buttons.size());
+    QVector<QSize> hints(m_buttons.size()); // invalid for hidden buttons
     int row = 0;
     int visibleButtons = 0;
     for (int i = 0; i < m_buttons.size(); ++i) {
@@ -679,36 +663,37 @@ void NotificationWidget::ComputeArrangement(int width, Arrangement* arrangement)
         hints[i] = m_buttons[i].button->sizeHint();
         row += (visibleButtons++ > 0 ? horizontal : 0) + hints[i].width();
     }
+    // Buttons first to last, in a row that ends at the end of the column.
+    const auto placeRow = [&](int first, int last, int rowWidth, int rowTop, int rowHeight) {
+        int x = left + column - rowWidth;
+        for (int i = first; i < last; ++i) {
+            if (!hints[i].isValid())
+                continue;
+            arrangement.buttons[i] = QRect(QPoint(x, Centred(rowTop, rowHeight, hints[i].height())), hints[i]);
+            x += hints[i].width() + horizontal;
+        }
+    };
 
     MeasureNaturalText();
     int bottom = top;
     if (visibleButtons > 0 && m_natural.width() + horizontal + row <= column) {
-        // One line: the text, then the buttons at the end of the column.
+        // One line: the text, then the buttons.
         for (const QSize& hint : hints)
             band = qMax(band, hint.height());
         band = qMax(band, m_natural.height());
-        arrangement->text = QRect(left, Centred(top, band, m_natural.height()), column - horizontal - row,
-                                  m_natural.height());
-        int x = left + column - row;
-        for (int i = 0; i < hints.size(); ++i) {
-            if (!hints[i].isValid())
-                continue;
-            arrangement->buttons[i] = QRect(QPoint(x, Centred(top, band, hints[i].height())), hints[i]);
-            x += hints[i].width() + horizontal;
-        }
+        arrangement.text = QRect(left, Centred(top, band, m_natural.height()), column - horizontal - row,
+                                 m_natural.height());
+        placeRow(0, hints.size(), row, top, band);
         bottom = top + band;
     } else {
-        // The text wraps in the column; the buttons follow in rows, each at the end of it.
+        // The text wraps in the column; the buttons follow in as many rows as they need.
         const int textHeight = TextHeightFor(column);
         const int textTop = textHeight < band ? Centred(top, band, textHeight) : top;
-        arrangement->text = QRect(left, textTop, column, textHeight);
+        arrangement.text = QRect(left, textTop, column, textHeight);
         bottom = qMax(top + band, textTop + textHeight);
         int first = 0;
         while (first < hints.size()) {
-            int last = first;
-            int rowWidth = 0;
-            int rowHeight = 0;
-            int inRow = 0;
+            int last = first, rowWidth = 0, rowHeight = 0, inRow = 0;
             for (; last < hints.size(); ++last) {
                 if (!hints[last].isValid())
                     continue;
@@ -721,24 +706,18 @@ void NotificationWidget::ComputeArrangement(int width, Arrangement* arrangement)
             }
             if (inRow == 0)
                 break;
-            const int rowTop = bottom + vertical;
-            int x = left + column - rowWidth;
-            for (int i = first; i < last; ++i) {
-                if (!hints[i].isValid())
-                    continue;
-                arrangement->buttons[i] = QRect(QPoint(x, Centred(rowTop, rowHeight, hints[i].height())), hints[i]);
-                x += hints[i].width() + horizontal;
-            }
-            bottom = rowTop + rowHeight;
+            placeRow(first, last, rowWidth, bottom + vertical, rowHeight);
+            bottom += vertical + rowHeight;
             first = last;
         }
     }
     if (iconSize.isValid())
-        arrangement->icon = QRect(QPoint(marginLeft, Centred(top, band, iconSize.height())), iconSize);
+        arrangement.icon = QRect(QPoint(marginLeft, Centred(top, band, iconSize.height())), iconSize);
     if (closeSize.isValid())
-        arrangement->close = QRect(QPoint(width - marginRight - closeSize.width(), Centred(top, band, closeSize.height())),
-                                   closeSize);
-    arrangement->height = bottom + marginBottom;
+        arrangement.close =
+            QRect(QPoint(width - marginRight - closeSize.width(), Centred(top, band, closeSize.height())), closeSize);
+    arrangement.height = bottom + Metric(this, QStyle::PM_LayoutBottomMargin, 9);
+    return arrangement;
 }
 
 void NotificationWidget::MeasureNaturalText() const

@@ -3,6 +3,7 @@
 #include <qt_halvo/qt_halvo_global.h>
 #include <qt_halvo/widgets/window/notification_type.h>
 
+#include <QtCore/QCache>
 #include <QtCore/QEasingCurve>
 #include <QtCore/QPointer>
 #include <QtCore/QRect>
@@ -152,7 +153,6 @@ private:
     // Where the parts go at one width of the content.
     struct Arrangement
     {
-        int width = -1;
         int height = 0;
         QRect icon;
         QRect text;
@@ -171,7 +171,7 @@ private:
     void HeightChanged();
     void PlaceContent();
     const Arrangement& ArrangementFor(int width) const;
-    void ComputeArrangement(int width, Arrangement* arrangement) const;
+    Arrangement ComputeArrangement(int width) const;
     void MeasureNaturalText() const;
     int TextHeightFor(int width) const;
     int FullHeightFor(int width) const;
@@ -205,9 +205,8 @@ private:
     std::unique_ptr<QTextDocument> m_measure;
     mutable bool m_naturalKnown = false;
     mutable QSize m_natural;
-    // The last widths asked for, laid out; the oldest goes first.
-    mutable QVector<Arrangement> m_arrangements;
-    mutable int m_nextArrangement = 0;
+    // The last widths asked for, laid out, by width; the least used goes first.
+    mutable QCache<int, Arrangement> m_arrangements;
 };
 
 } // namespace OrvantaQT

@@ -345,8 +345,8 @@ void PopupMessageQueue::Restack(bool glide)
             continue;
         const int preferred = toast->sizeHint().width();
         const int width = qMax(toast->minimumSizeHint().width(), qMin(preferred, area.width() - 2 * m_margin));
-        const int forWidth = toast->heightForWidth(width);
-        const int height = forWidth > 0 ? forWidth : toast->sizeHint().height();
+        // Its word-wrapped text gives its layout a height for every width.
+        const int height = toast->heightForWidth(width);
         int x = (area.width() - width) / 2;
         if (m_position == PopupMessage::TopLeft || m_position == PopupMessage::BottomLeft)
             x = m_margin;

@@ -5,7 +5,6 @@
 #include <qt_halvo/utilities/logging_p.h>
 #include <qt_halvo/widgets/window/frameless_window.h>
 
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QEvent>
 #include <QtCore/QtMath>
 #include <QtGui/QMouseEvent>
@@ -22,6 +21,7 @@ namespace OrvantaQT {
 namespace {
 
 constexpr int kIconSize = 16;
+constexpr int kMinimumHeight = 32;
 
 QToolButton* CreateButton(QWidget* parent, const char* role, const QIcon& icon)
 {
@@ -208,14 +208,14 @@ WindowHitRegions TitleBar::HitRegions() const
 QSize TitleBar::sizeHint() const
 {
     QSize hint = QWidget::sizeHint();
-    hint.setHeight(qMax(hint.height(), 32));
+    hint.setHeight(qMax(hint.height(), kMinimumHeight));
     return hint;
 }
 
 QSize TitleBar::minimumSizeHint() const
 {
     QSize hint = QWidget::minimumSizeHint();
-    hint.setHeight(qMax(hint.height(), 32));
+    hint.setHeight(qMax(hint.height(), kMinimumHeight));
     return hint;
 }
 
@@ -290,13 +290,12 @@ void TitleBar::UpdateIcon()
 void TitleBar::UpdateMaximizeButton()
 {
     const bool maximized = IsWindowMaximized();
-    if (m_maximizeButtonState == int(maximized))
+    const QString state = maximized ? QStringLiteral("Maximized") : QStringLiteral("Normal");
+    if (m_maximize->property("WindowState").toString() == state)
         return;
-    m_maximizeButtonState = int(maximized);
     m_maximize->setIcon(TitleBarIcon(maximized ? ":/title_bar_restore.svg" : ":/title_bar_maximize.svg"));
     m_maximize->setToolTip(maximized ? tr("Restore") : tr("Maximize"));
-    SetStyleProperty(m_maximize, "WindowState",
-                     maximized ? QStringLiteral("Maximized") : QStringLiteral("Normal"), true);
+    SetStyleProperty(m_maximize, "WindowState", state, true);
 }
 
 bool TitleBar::OnCaption(const QPoint& pos) const
@@ -375,13 +374,10 @@ void TitleBar::mousePressEvent(QMouseEvent* event)
     m_pressGlobal = event->globalPos();
     m_pressWindowPos = window()->pos();
     // The window system's move starts at the press, as it asks, so that the window keeps
-    // its place under the pointer. Not for the second press of a double click, which
-    // belongs to the double click, nor for a maximised window, which is restored first.
-    const bool secondPress = m_lastPress.isValid() && m_lastPress.elapsed() < QApplication::doubleClickInterval();
-    m_lastPress.start();
+    // its place under the pointer; not for a maximised window, which is restored first. The
+    // second press of a double click comes as the double click (mouseDoubleClickEvent).
     QWindow* handle = window()->windowHandle();
-    m_drag = (!secondPress && !IsWindowMaximized() && handle && handle->startSystemMove()) ? Drag::None
-                                                                                            : Drag::Pressed;
+    m_drag = (!IsWindowMaximized() && handle && handle->startSystemMove()) ? Drag::None : Drag::Pressed;
 }
 
 void TitleBar::mouseMoveEvent(QMouseEvent* event)

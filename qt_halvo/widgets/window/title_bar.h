@@ -3,7 +3,6 @@
 #include <qt_halvo/qt_halvo_global.h>
 #include <qt_halvo/widgets/window/window_hit_test.h>
 
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QPoint>
 #include <QtCore/QPointer>
 #include <QtWidgets/QWidget>
@@ -96,10 +95,6 @@ private:
     QPoint m_pressGlobal;
     QPoint m_pressWindowPos;
     QSize m_dragSize;
-    // The last press on the caption, which tells the second press of a double click.
-    QElapsedTimer m_lastPress;
-    // -1 until the button is set up, then whether it shows the restore icon.
-    int m_maximizeButtonState = -1;
 };
 
 } // namespace OrvantaQT

@@ -43,6 +43,41 @@ struct Host
         }
         return parts;
     }
+    // Parts that stick out of the notification or overlap, and uneven margins above and
+    // below them; empty when all is well.
+    QString Misplaced() const
+    {
+        const QVector<QRect> parts = VisibleParts();
+        QStringList wrong;
+        int top = notification->height(), bottom = 0;
+        for (int i = 0; i < parts.size(); ++i) {
+            if (!notification->rect().contains(parts[i]))
+                wrong << QStringLiteral("part %1 sticks out").arg(i);
+            for (int j = i + 1; j < parts.size(); ++j) {
+                if (parts[i].intersects(parts[j]))
+                    wrong << QStringLiteral("parts %1 and %2 overlap").arg(i).arg(j);
+            }
+            top = qMin(top, parts[i].top());
+            bottom = qMax(bottom, parts[i].bottom() + 1);
+        }
+        if (notification->height() - bottom != top)
+            wrong << QStringLiteral("margins %1 and %2").arg(top).arg(notification->height() - bottom);
+        return wrong.join(QStringLiteral(", "));
+    }
+    // Shown but not mapped: resizes and layouts happen at once (LayOut()).
+    void ShowUnmapped()
+    {
+        window.setAttribute(Qt::WA_DontShowOnScreen);
+        notification->show();
+        window.show();
+    }
+    // The window at this width, tall enough for any height, laid out now.
+    void LayOut(int width)
+    {
+        window.resize(width, 1600);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        column->activate();
+    }
 };
 
 struct Alert
@@ -153,27 +188,17 @@ private Q_SLOTS:
         if (actions > 1)
             host.notification->AddAction(&details);
         host.notification->SetText(text);
-        host.notification->show();
-        QVERIFY(TestSupport::ShowAndWait(&host.window));
+        host.ShowUnmapped();
+        host.LayOut(width);
         NotificationWidget& notification = *host.notification;
-        QTRY_COMPARE(notification.width(), width);
         QCOMPARE(notification.height(), notification.heightForWidth(width));
         QCOMPARE(host.below->y(), notification.height());
         QLabel* label = host.Text();
         QCOMPARE(label->height(), label->heightForWidth(label->width()));
         QVERIFY(label->height() / label->fontMetrics().lineSpacing() >= minimumLines);
 
-        const QVector<QRect> parts = host.VisibleParts();
-        QCOMPARE(parts.size(), 3 + actions);
-        int top = notification.height(), bottom = 0;
-        for (int i = 0; i < parts.size(); ++i) {
-            QVERIFY2(notification.rect().contains(parts[i]), qPrintable(QString::number(i)));
-            for (int j = i + 1; j < parts.size(); ++j)
-                QVERIFY2(!parts[i].intersects(parts[j]), qPrintable(QStringLiteral("%1 %2").arg(i).arg(j)));
-            top = qMin(top, parts[i].top());
-            bottom = qMax(bottom, parts[i].bottom() + 1);
-        }
-        QCOMPARE(notification.height() - bottom, top);
+        QCOMPARE(host.VisibleParts().size(), 3 + actions);
+        QCOMPARE(host.Misplaced(), QString());
         const QRect textRect(label->mapTo(&notification, QPoint(0, 0)), label->size());
         QVector<QRect> rows;
         for (QPushButton* button : notification.ActionButtons()) {
@@ -199,36 +224,27 @@ private Q_SLOTS:
     {
         QFETCH(int, actions);
         Host host;
-        host.window.setAttribute(Qt::WA_DontShowOnScreen);
         NotificationWidget& notification = *host.notification;
         QAction retry(QStringLiteral("Retry")), details(QStringLiteral("Show the details"));
         if (actions > 0)
             notification.AddAction(&retry), notification.AddAction(&details);
         notification.SetText(QStringLiteral("Saved to the shared folder."));
-        notification.show();
-        host.window.show();
+        host.ShowUnmapped();
         QLabel* label = host.Text();
         const int oneLine = label->heightForWidth(QWIDGETSIZE_MAX);
-        const auto layOut = [&](int width) {
-            host.window.resize(width, 600);
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-            host.column->activate();
+        const auto oneLineAt = [&](int width) {
+            host.LayOut(width);
             const bool buttonsBeside = actions == 0 || notification.ActionButtons()[0]->y() < label->geometry().bottom();
             return label->height() == oneLine && buttonsBeside;
         };
         const QSize preferred = notification.sizeHint();
         QCOMPARE(preferred.height(), notification.heightForWidth(preferred.width()));
-        QVERIFY(layOut(preferred.width()));
-        QVERIFY(!layOut(preferred.width() - 1));
+        QVERIFY(oneLineAt(preferred.width()));
+        QVERIFY(!oneLineAt(preferred.width() - 1));
         const QSize minimum = notification.minimumSizeHint();
         QVERIFY(minimum.width() < preferred.width());
-        layOut(minimum.width());
-        const QVector<QRect> parts = host.VisibleParts();
-        for (int i = 0; i < parts.size(); ++i) {
-            QVERIFY(notification.rect().contains(parts[i]));
-            for (int j = i + 1; j < parts.size(); ++j)
-                QVERIFY(!parts[i].intersects(parts[j]));
-        }
+        host.LayOut(minimum.width());
+        QCOMPARE(host.Misplaced(), QString());
         QCOMPARE(minimum.height(), notification.height());
         notification.SetText(kLongText);
         QVERIFY(notification.sizeHint().width() < 700);
@@ -242,14 +258,11 @@ private Q_SLOTS:
         QAction retry(QStringLiteral("Retry"));
         notification.AddAction(&retry);
         notification.SetText(kLongText);
-        notification.show();
-        QVERIFY(TestSupport::ShowAndWait(&host.window));
+        host.ShowUnmapped();
         QVector<int> heights;
         for (const int width : {640, 420, 300, 210, 520, 640}) {
-            host.window.resize(width, 400);
-            QTRY_COMPARE(notification.width(), width);
-            QTRY_COMPARE(notification.height(), notification.heightForWidth(width));
-            QCOMPARE(host.Text()->height(), host.Text()->heightForWidth(host.Text()->width()));
+            host.LayOut(width);
+            QCOMPARE(notification.height(), notification.heightForWidth(width));
             heights << notification.height();
         }
         QVERIFY(heights[0] < heights[1] && heights[1] < heights[2] && heights[2] < heights[3]);
@@ -261,17 +274,33 @@ private Q_SLOTS:
         notification.SetText(QStringLiteral("Short."));
         QTRY_VERIFY(notification.height() < before);
         QCOMPARE(host.below->y(), notification.height());
+        // A part whose size changes by itself is placed again too.
+        QPushButton* button = notification.ActionButtons()[0];
+        button->setFont(TestSupport::TestFont(24));
+        QTRY_COMPARE(button->size(), button->sizeHint());
         retry.setText(QStringLiteral("Retry with a much longer label than before"));
-        QTRY_COMPARE(notification.ActionButtons()[0]->width(), notification.ActionButtons()[0]->sizeHint().width());
+        QTRY_COMPARE(button->width(), button->sizeHint().width());
         QVERIFY(notification.sizeHint().width() >= notification.minimumSizeHint().width());
     }
 
-    // The content keeps its full height and slides down from under the top edge; the
-    // layout parent makes room step by step.
+    void showsAndHidesAnimated_data()
+    {
+        QTest::addColumn<bool>("inLayout");
+        QTest::newRow("in a layout") << true;
+        QTest::newRow("where no layout places it") << false;
+    }
+    // The content keeps its full height and slides down from under the top edge; a layout
+    // parent makes room step by step, and where none places it, it takes the height for
+    // its width itself.
     void showsAndHidesAnimated()
     {
+        QFETCH(bool, inLayout);
         Host host;
         NotificationWidget& notification = *host.notification;
+        if (!inLayout) {
+            host.column->removeWidget(&notification);
+            notification.setGeometry(10, 10, 300, 1);
+        }
         notification.SetText(kLongText);
         TestSupport::SignalLog log(&notification, {"Shown()", "Shown(bool)", "Hidden()", "Hidden(bool)"});
         QVERIFY(TestSupport::ShowAndWait(&host.window));
@@ -302,7 +331,7 @@ private Q_SLOTS:
         QVERIFY(heights.size() > 3 && TestSupport::IsMonotonic(heights, true));
         QVERIFY(heights.first() < full / 2);
         QTRY_COMPARE(notification.height(), full);
-        QCOMPARE(host.below->y(), full);
+        QCOMPARE(inLayout ? host.below->y() : notification.geometry().bottom() + 1, inLayout ? full : 10 + full);
         heights.clear();
         notification.AnimatedHide();
         QTRY_VERIFY(notification.isHidden());
@@ -310,31 +339,14 @@ private Q_SLOTS:
         QVERIFY(heights.size() > 3 && TestSupport::IsMonotonic(heights, false));
         QTRY_COMPARE(host.below->y(), 0);
         QCOMPARE(notification.heightForWidth(400), 0);
-    }
-
-    // Where no layout places it, it takes the height for its width itself, on the way too.
-    void sizesItselfWithoutALayout()
-    {
-        QWidget window;
-        window.resize(500, 300);
-        auto* notification = new NotificationWidget(NotificationType::Error, kLongText, &window);
-        notification->setGeometry(10, 10, 300, 1);
-        QVERIFY(TestSupport::ShowAndWait(&window));
-        QVector<int> heights;
-        connect(notification, &NotificationWidget::DoShow, this, [&] { heights.clear(); });
-        QTimer sampler;
-        connect(&sampler, &QTimer::timeout, this, [&] { heights << notification->height(); });
-        sampler.start(10);
-        notification->AnimatedShow();
-        QTRY_VERIFY(notification->IsShown());
-        const int full = notification->heightForWidth(300);
-        QCOMPARE(notification->geometry(), QRect(10, 10, 300, full));
-        QVERIFY(heights.size() > 3 && heights.first() < full && TestSupport::IsMonotonic(heights, true));
-        notification->resize(200, 10);
-        QCOMPARE(notification->height(), 10); // a size given from outside stands until the content changes
-        notification->SetText(kLongText + QStringLiteral(" And more."));
-        QCOMPARE(notification->height(), notification->heightForWidth(200));
-        QVERIFY(notification->height() > full);
+        if (!inLayout) {
+            notification.show();
+            notification.resize(200, 10);
+            QCOMPARE(notification.height(), 10); // a size given from outside stands until the content changes
+            notification.SetText(kLongText + QStringLiteral(" And more."));
+            QCOMPARE(notification.height(), notification.heightForWidth(200));
+            QVERIFY(notification.height() > full);
+        }
     }
 
     // An opposite request on the way turns round from where it is; a repeated one or one
@@ -420,6 +432,9 @@ private Q_SLOTS:
         QVERIFY(notification.isHidden());
         QCOMPARE(log.Take(), TestSupport::Words("Shown(false) Hidden() Hidden(true)"));
         QTRY_COMPARE(host.below->y(), 0);
+        // What comes after is animated again, where animations are on.
+        notification.AnimatedShow();
+        QCOMPARE(notification.IsAnimating(), how != QLatin1String("still"));
     }
 
     // Shown, and changed while shown, it is announced as an alert with its type and its
@@ -512,6 +527,8 @@ private Q_SLOTS:
         QPushButton* detailsButton = notification.ActionButtons()[2];
         retry->setText(QStringLiteral("Try again"));
         retry->setEnabled(false);
+        retry->setToolTip(QStringLiteral("Send it again"));
+        QCOMPARE(notification.ActionButtons()[1]->toolTip(), QStringLiteral("Send it again"));
         QPixmap blue(16, 16);
         blue.fill(Qt::blue);
         details->setIcon(QIcon(blue));
@@ -608,19 +625,14 @@ private Q_SLOTS:
         QFETCH(int, margin);
         for (const QString& text : {kLongText, QStringLiteral("Saved to the shared folder.")}) {
             Host host;
-            // Shown but not mapped: resizes and layouts happen at once.
-            host.window.setAttribute(Qt::WA_DontShowOnScreen);
             host.window.setStyleSheet(sheet);
             host.Text()->setMargin(margin);
             host.notification->SetText(text);
-            host.notification->show();
-            host.window.show();
+            host.ShowUnmapped();
             QLabel* label = host.Text();
             // A layout asks the height for the minimum width below it.
             for (int width = host.notification->minimumSizeHint().width(); width <= 640; width += 2) {
-                host.window.resize(width, 1600);
-                QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-                host.column->activate();
+                host.LayOut(width);
                 const QString at = QStringLiteral("at %1 px").arg(width);
                 QVERIFY2(host.notification->height() == host.notification->heightForWidth(width), qPrintable(at));
                 QVERIFY2(label->height() == label->heightForWidth(label->width()), qPrintable(at));

@@ -72,6 +72,8 @@ private Q_SLOTS:
         Window place;
         QVERIFY(TestSupport::ShowAndWait(&place.window));
         const quint64 first = place.queue->Post(NotificationType::Information, QStringLiteral("Saved"));
+        // In its place at once, not gliding there.
+        QCOMPARE(place.Toast(first)->geometry().topRight(), QPoint(640 - 12 - 1, 12));
         const quint64 second = place.queue->Post(NotificationType::Warning, kLong);
         const quint64 third = place.queue->Post(NotificationType::Error, QStringLiteral("Printer offline"));
         place.queue->SetPosition(position); // the toasts there go over
@@ -308,10 +310,8 @@ private Q_SLOTS:
     void paintsItsType_data()
     {
         QTest::addColumn<NotificationType::Type>("type");
-        QTest::newRow("information") << NotificationType::Information;
-        QTest::newRow("positive") << NotificationType::Positive;
-        QTest::newRow("warning") << NotificationType::Warning;
-        QTest::newRow("error") << NotificationType::Error;
+        for (int type = NotificationType::Information; type <= NotificationType::Error; ++type)
+            QTest::newRow(qPrintable(NotificationType::Name(NotificationType::Type(type)))) << NotificationType::Type(type);
     }
     // The type's default colour, unless a style sheet rule on "NotificationType" styles it;
     // a change of type takes the rule of the new one.
@@ -443,6 +443,7 @@ private Q_SLOTS:
         QTest::newRow("window deleted while fading in") << "delete window";
         QTest::newRow("toast deleted by the host while shown") << "delete toast";
         QTest::newRow("own toast deleted by the host while waiting") << "delete waiting";
+        QTest::newRow("own toast removed while waiting") << "remove waiting";
         QTest::newRow("queue deleted") << "delete queue";
     }
     // Whatever goes first, Closed() comes once for each toast that was made and nothing is
@@ -480,10 +481,14 @@ private Q_SLOTS:
             delete shown;
             QCOMPARE(queue->VisibleCount(), 0);
             QTRY_COMPARE(queue->VisibleToasts(), QList<PopupMessage*>({own.data()}));
-        } else if (end == "delete waiting") {
-            delete own;
+        } else if (end == "delete waiting" || end == "remove waiting") {
+            if (end == "delete waiting")
+                delete own;
+            else
+                QVERIFY(queue->Remove(ownId));
             QCOMPARE(queue->WaitingCount(), 0);
             QVERIFY(!queue->Contains(ownId));
+            QTRY_VERIFY(!own); // taken over: deleted with the message
         } else if (end == "delete queue") {
             delete queue;
             QVERIFY(!own); // taken over while waiting

@@ -46,12 +46,7 @@ struct TestWindow
         window->setGeometry(200, 150, 500, 300);
     }
     bool Show() { return TestSupport::ShowAndWait(window.get()) && SettledAt(window->geometry()); }
-    // Until the window system has put the window where it is asked to be (a window manager
-    // answers a moment later).
-    bool SettledAt(const QRect& geometry)
-    {
-        return QTest::qWaitFor([&] { return window->geometry() == geometry; }, 3000);
-    }
+    bool SettledAt(const QRect& geometry) { return TestSupport::SettledAt(window.get(), geometry); }
     QWidget* Child(const QString& name) const { return bar->findChild<QWidget*>(name); }
     QLabel* Title() const { return bar->findChild<QLabel*>(QStringLiteral("Title")); }
     // A point of the caption: on the title, near its left end.
@@ -83,11 +78,6 @@ void Click(const QPoint& global, int times = 1)
     }
 }
 
-QString Describe(const QRect& rect)
-{
-    return QStringLiteral("%1,%2 %3x%4").arg(rect.x()).arg(rect.y()).arg(rect.width()).arg(rect.height());
-}
-
 // The places a window moves to, in order, while it lives.
 struct MoveLog : QObject
 {
@@ -112,10 +102,16 @@ private Q_SLOTS:
     void init() { QCursor::setPos(5, 5); }
 
     // From left to right: the icon, the title, the host's widgets and the three buttons,
-    // named for style sheets and accessibility.
-    void children()
+    // named for style sheets and accessibility. The icon is the window's, and changes with it.
+    void childrenAndIcon()
     {
+        const auto filled = [](Qt::GlobalColor colour) {
+            QPixmap pixmap(16, 16);
+            pixmap.fill(colour);
+            return QIcon(pixmap);
+        };
         TestWindow w;
+        w.window->setWindowIcon(filled(Qt::red));
         QVERIFY(w.Show());
         QList<QWidget*> children = w.bar->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
         std::sort(children.begin(), children.end(), [](QWidget* a, QWidget* b) { return a->x() < b->x(); });
@@ -127,6 +123,11 @@ private Q_SLOTS:
                                     QStringLiteral("MinimizeButton TitleBar_MinimizeButton 'Minimize'"),
                                     QStringLiteral("MaximizeButton TitleBar_MaximizeButton 'Maximize'"),
                                     QStringLiteral("CloseButton TitleBar_CloseButton 'Close'")}));
+        QWidget* icon = w.Child(QStringLiteral("Icon"));
+        const auto middle = [&] { return TestSupport::Render(icon).pixelColor(icon->rect().center()); };
+        QCOMPARE(middle(), QColor(Qt::red));
+        w.window->setWindowIcon(filled(Qt::blue));
+        QCOMPARE(middle(), QColor(Qt::blue));
     }
 
     // The title is the window's, elided at the right while the bar is too narrow for it (the
@@ -180,24 +181,6 @@ private Q_SLOTS:
         w.window->setWindowModified(modified);
         QCOMPARE(w.window->windowHandle()->title(), shown);
         QCOMPARE(w.Title()->text(), shown);
-    }
-
-    // The icon is the window's, and changes with it.
-    void iconFollowsTheWindow()
-    {
-        const auto filled = [](Qt::GlobalColor colour) {
-            QPixmap pixmap(16, 16);
-            pixmap.fill(colour);
-            return QIcon(pixmap);
-        };
-        TestWindow w;
-        w.window->setWindowIcon(filled(Qt::red));
-        QVERIFY(w.Show());
-        QWidget* icon = w.Child(QStringLiteral("Icon"));
-        const auto middle = [&] { return TestSupport::Render(icon).pixelColor(icon->rect().center()); };
-        QCOMPARE(middle(), QColor(Qt::red));
-        w.window->setWindowIcon(filled(Qt::blue));
-        QCOMPARE(middle(), QColor(Qt::blue));
     }
 
     // Each button does its deed to the window around the bar, whichever kind it is.
@@ -258,13 +241,13 @@ private Q_SLOTS:
 
         toggle(true);
         const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
-        QVERIFY2(w.SettledAt(available), qPrintable(Describe(window->geometry())));
+        QVERIFY(w.SettledAt(available));
         QVERIFY(window->IsMaximized());
         QCOMPARE(maximize->property("WindowState"), QVariant(QStringLiteral("Maximized")));
         QCOMPARE(maximize->toolTip(), QStringLiteral("Restore"));
 
         toggle(false);
-        QVERIFY2(w.SettledAt(normal), qPrintable(Describe(window->geometry())));
+        QVERIFY(w.SettledAt(normal));
         QVERIFY(!window->IsMaximized());
         QCOMPARE(maximize->property("WindowState"), QVariant(QStringLiteral("Normal")));
         QCOMPARE(maximize->toolTip(), QStringLiteral("Maximize"));
@@ -291,7 +274,7 @@ private Q_SLOTS:
         const QRect before = w.window->geometry();
         const QPoint start = w.Caption();
         TestSupport::RealDrag(start, start + drag);
-        QVERIFY2(w.SettledAt(before.translated(drag)), qPrintable(Describe(w.window->geometry())));
+        QVERIFY(w.SettledAt(before.translated(drag)));
     }
 
     // Moved by hand, the window stays put for a shaky click, under the start distance, and
@@ -306,7 +289,7 @@ private Q_SLOTS:
         QVERIFY(shaky.manhattanLength() < QApplication::startDragDistance());
         TestSupport::RealDrag(start, start + shaky, 2);
         const QRect expected = TestSupport::WindowManagerRuns() ? before.translated(shaky) : before;
-        QVERIFY2(w.SettledAt(expected), qPrintable(Describe(w.window->geometry())));
+        QVERIFY(w.SettledAt(expected));
     }
 
     // A press on a host widget or a button of the bar keeps the window where it is, however
@@ -406,7 +389,7 @@ private Q_SLOTS:
         TestSupport::RealDrag(press, release);
         QTRY_VERIFY(!window->IsMaximized());
         const QRect expected(release - QPoint(qRound(fraction * normal.width()), press.y() - maximized.y()), normal);
-        QVERIFY2(w.SettledAt(expected), qPrintable(Describe(window->geometry())));
+        QVERIFY(w.SettledAt(expected));
     }
 
     // The host's widgets in the order added; one removed comes back without a parent, and
@@ -469,6 +452,30 @@ private Q_SLOTS:
         QCOMPARE(bar->Widgets(), QList<QWidget*>());
         QCOMPARE(bar->parentWidget(), parent);
         QCOMPARE(parent->parentWidget(), &window);
+    }
+
+    // Mouse events the bar does not use, of another button, go on to the widget it lies in.
+    void passesOnWhatItDoesNotUse()
+    {
+        struct : QObject
+        {
+            QList<QEvent::Type> seen;
+            bool eventFilter(QObject*, QEvent* event) override
+            {
+                if (dynamic_cast<QMouseEvent*>(event))
+                    seen << event->type();
+                return false;
+            }
+        } parentSees;
+        QWidget parent;
+        auto* bar = new TitleBar(&parent);
+        parent.installEventFilter(&parentSees);
+        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseMove, QEvent::MouseButtonDblClick}) {
+            QMouseEvent event(type, QPointF(50, 10), Qt::RightButton, Qt::RightButton, Qt::NoModifier);
+            QApplication::sendEvent(bar, &event);
+        }
+        QCOMPARE(parentSees.seen, QList<QEvent::Type>({QEvent::MouseButtonPress, QEvent::MouseMove,
+                                                       QEvent::MouseButtonDblClick}));
     }
 
     // A bar that is a window of its own has no window to act on: its buttons and a double

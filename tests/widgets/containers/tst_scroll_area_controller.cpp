@@ -215,12 +215,21 @@ private Q_SLOTS:
                               prefix + "an auto-scroll step must be positive (0); it stays 12"}));
     }
 
+    void startDistanceInMetres_data()
+    {
+        QTest::addColumn<bool>("madeShown");
+        QTest::newRow("made before the area shows") << false;
+        QTest::newRow("made for a shown area") << true;
+    }
     // The scroller's distance is the one set in pixels, in metres of the screen's
     // resolution, measured again when the window goes to another screen.
     void startDistanceInMetres()
     {
-        Page page;
+        QFETCH(bool, madeShown);
+        Page page(!madeShown);
         QVERIFY(page.Show());
+        if (madeShown)
+            page.controller = OrvantaQT::SetScroller(page.area);
         QScroller* scroller = page.controller->GetScroller();
         const auto metres = [&] {
             return scroller->scrollerProperties().scrollMetric(QScrollerProperties::DragStartDistance).toReal();

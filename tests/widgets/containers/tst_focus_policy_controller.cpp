@@ -123,11 +123,14 @@ private Q_SLOTS:
         Host host;
         QVERIFY(TestSupport::ShowAndWait(&host.window));
         QWidget* doomed = Make(host.panel, Qt::TabFocus);
+        auto* splitter = new QSplitter(host.panel);
         FocusPolicyController controller(host.pane);
         controller.SetFocusable(false);
         QWidget* parent = how == QLatin1String("deep") ? new QWidget(host.panel) : host.panel;
         QWidget* newcomer = Make(how == QLatin1String("moved") ? &host.window : parent, Qt::ClickFocus);
         QWidget* field = Make(new QDialog(host.panel), Qt::TabFocus);
+        new QLabel(splitter); // its own handling of new children still sees them
+        QCOMPARE(splitter->count(), 1);
         if (how == QLatin1String("moved")) {
             QCoreApplication::processEvents();
             newcomer->setParent(host.panel);

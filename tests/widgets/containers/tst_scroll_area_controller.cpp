@@ -380,7 +380,8 @@ private Q_SLOTS:
         QVERIFY(controller->IsAutoScrolling());
         page.window.reset();
         QVERIFY(!controller);
-        QTRY_VERIFY(!scroller);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the scroller's deleteLater()
+        QVERIFY(!scroller);
         QVERIFY(QScroller::activeScrollers().isEmpty());
         QTest::qWait(100);
     }

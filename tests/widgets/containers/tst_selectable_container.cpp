@@ -177,7 +177,13 @@ private Q_SLOTS:
         const QImage before = TestSupport::Render(host.card);
         QTest::keyClick(host.out, Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget(), host.card);
-        QVERIFY(!TestSupport::Changed(before, TestSupport::Render(host.card)).isEmpty());
+        const QImage focused = TestSupport::Render(host.card);
+        QVERIFY(!TestSupport::Changed(before, focused).isEmpty());
+        // In the card's own colours: its frame, left of the children, follows its palette.
+        QPalette palette = host.card->palette();
+        palette.setColor(QPalette::Highlight, Qt::red);
+        host.card->setPalette(palette);
+        QVERIFY(!TestSupport::Changed(focused, TestSupport::Render(host.card), QRect(0, 0, 5, 160)).isEmpty());
     }
 
     // Screen readers see a focusable list item that can be selected, with the press and

@@ -79,19 +79,25 @@ void FocusPolicyController::SetFocusable(bool focusable)
 
 bool FocusPolicyController::eventFilter(QObject* watched, QEvent* event)
 {
-    if (m_focusable || !m_root)
+    if (m_focusable || !m_root || (event->type() != QEvent::ChildAdded && event->type() != QEvent::ChildPolished))
         return false;
-    if (event->type() == QEvent::ChildAdded) {
-        // A widget made here is still in its constructor, which may set its own policy:
-        // it is taken once the event loop runs (or when it is polished, if sooner).
-        if (static_cast<QChildEvent*>(event)->child()->isWidgetType())
-            ScheduleSweep();
-    } else if (event->type() == QEvent::ChildPolished) {
-        QObject* child = static_cast<QChildEvent*>(event)->child();
-        if (child->isWidgetType() && watched->isWidgetType()
-            && InSubtree(m_root, static_cast<QWidget*>(watched)))
-            TakeOutSubtree(static_cast<QWidget*>(child));
+    QObject* child = static_cast<QChildEvent*>(event)->child();
+    // A watched widget moved out of the subtree meanwhile is no longer the controller's.
+    if (!child->isWidgetType() || !InSubtree(m_root, static_cast<QWidget*>(watched)))
+        return false;
+    if (event->type() == QEvent::ChildPolished) {
+        TakeOutSubtree(static_cast<QWidget*>(child));
+        return false;
     }
+    // A widget made here is still in its constructor, which may set its own policy: it is
+    // taken once the event loop runs (or when it is polished, if sooner).
+    QMetaObject::invokeMethod(
+        this,
+        [this, widget = QPointer<QWidget>(static_cast<QWidget*>(child))] {
+            if (widget && !m_focusable && m_root && InSubtree(m_root, widget))
+                TakeOutSubtree(widget);
+        },
+        Qt::QueuedConnection);
     return false;
 }
 
@@ -135,21 +141,6 @@ void FocusPolicyController::GiveBackAll()
             widget->setFocusPolicy(held->before);
         Held().erase(held);
     }
-}
-
-void FocusPolicyController::ScheduleSweep()
-{
-    if (m_sweepScheduled)
-        return;
-    m_sweepScheduled = true;
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            m_sweepScheduled = false;
-            if (!m_focusable && m_root)
-                TakeOutSubtree(m_root);
-        },
-        Qt::QueuedConnection);
 }
 
 void FocusPolicyController::MoveFocusOut()

@@ -54,13 +54,11 @@ private:
     void TakeOutSubtree(QWidget* top);
     void TakeOutWidget(QWidget* widget);
     void GiveBackAll();
-    void ScheduleSweep();
     void MoveFocusOut();
     void OnWidgetDestroyed(QObject* widget);
 
     QPointer<QWidget> m_root;
     bool m_focusable = true;
-    bool m_sweepScheduled = false;
     // The widgets this controller holds out, in the order taken; each leaves the list
     // as it is destroyed.
     QVector<QWidget*> m_taken;

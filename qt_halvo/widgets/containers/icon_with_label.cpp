@@ -78,8 +78,6 @@ public:
         setText(WithoutMnemonics(text));
         setVisible(!text.isEmpty());
         Elide();
-        updateGeometry();
-        update();
     }
 
     void SetMnemonicShown(bool shown)

@@ -50,9 +50,7 @@ bool IsKeyboardReason(Qt::FocusReason reason)
 // a part larger than the extent shows its start.
 int ScrollToShow(int start, int end, int extent, int margin)
 {
-    if (end - start + 2 * margin > extent)
-        return start - margin;
-    if (start - margin < 0)
+    if (start - margin < 0 || end - start + 2 * margin > extent)
         return start - margin;
     if (end + margin > extent)
         return end + margin - extent;
@@ -92,10 +90,8 @@ ScrollAreaController::ScrollAreaController(QAbstractScrollArea* area)
     QScroller::grabGesture(m_viewport, QScroller::LeftMouseButtonGesture);
     ApplyScrollerProperties();
     m_viewport->installEventFilter(this);
-    // Focus and drag and drop events go to the children, and those of a drop target stop
-    // there: the application's filter sees them, while the area shows.
     if (m_viewport->isVisible())
-        qApp->installEventFilter(this);
+        WatchWhileShown();
 }
 
 ScrollAreaController::~ScrollAreaController()
@@ -210,10 +206,12 @@ void ScrollAreaController::ApplyScrollerProperties()
     scroller->setScrollerProperties(properties);
 }
 
-void ScrollAreaController::WatchScreen()
+void ScrollAreaController::WatchWhileShown()
 {
+    // Focus and drag and drop events go to the children, and those of a drop target stop
+    // there: the application's filter sees them.
+    qApp->installEventFilter(this);
     // Another screen, another resolution: the same pixels are other metres.
-    ApplyScrollerProperties();
     disconnect(m_screenWatch);
     if (QWindow* window = m_viewport->window()->windowHandle())
         m_screenWatch = connect(window, &QWindow::screenChanged, this, &ScrollAreaController::ApplyScrollerProperties);
@@ -277,9 +275,9 @@ bool ScrollAreaController::eventFilter(QObject* watched, QEvent* event)
     if (watched == m_viewport) {
         switch (event->type()) {
         case QEvent::Show:
-            qApp->removeEventFilter(this);
-            qApp->installEventFilter(this);
-            WatchScreen();
+            // The window may have gone to another screen while hidden.
+            ApplyScrollerProperties();
+            WatchWhileShown();
             break;
         case QEvent::Hide:
             qApp->removeEventFilter(this);
@@ -292,12 +290,10 @@ bool ScrollAreaController::eventFilter(QObject* watched, QEvent* event)
     if (!m_viewport || !watched->isWidgetType())
         return QObject::eventFilter(watched, event);
     switch (event->type()) {
-    case QEvent::FocusIn: {
-        auto* widget = static_cast<QWidget*>(watched);
-        if (IsKeyboardReason(static_cast<QFocusEvent*>(event)->reason()) && m_viewport->isAncestorOf(widget))
-            EnsureFocusVisible(widget);
+    case QEvent::FocusIn:
+        if (IsKeyboardReason(static_cast<QFocusEvent*>(event)->reason()))
+            EnsureFocusVisible(static_cast<QWidget*>(watched));
         break;
-    }
     case QEvent::DragEnter:
     case QEvent::DragMove: {
         auto* widget = static_cast<QWidget*>(watched);

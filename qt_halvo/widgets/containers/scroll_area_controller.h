@@ -73,7 +73,8 @@ public:
 
 private:
     void ApplyScrollerProperties();
-    void WatchScreen();
+    // Installs the application filter and follows the window's screen.
+    void WatchWhileShown();
     void EnsureFocusVisible(QWidget* focus);
     void UpdateAutoScroll(const QPoint& viewportPos);
     void StopAutoScroll();

@@ -2,21 +2,11 @@
 
 #include <qt_halvo/utilities/child_names_p.h>
 #include <qt_halvo/widgets/containers/transparent_widget.h>
+#include <qt_halvo/widgets/containers/transparent_widget_p.h>
 
 #include <QtCore/QEvent>
 
 namespace OrvantaQT {
-
-namespace {
-
-void ClearBackground(QWidget* widget)
-{
-    if (widget->autoFillBackground())
-        widget->setAutoFillBackground(false);
-    widget->setAttribute(Qt::WA_StyledBackground, false);
-}
-
-} // namespace
 
 ScrollableTransparentWidget::ScrollableTransparentWidget(QWidget* parent)
     : QScrollArea(parent)

@@ -1,22 +1,15 @@
 #include <qt_halvo/widgets/containers/transparent_widget.h>
+#include <qt_halvo/widgets/containers/transparent_widget_p.h>
 
 #include <QtCore/QEvent>
 
 namespace OrvantaQT {
 
-namespace {
-
-// What makes Qt paint a widget's background before its paint event: the fill from the
-// palette, and a style sheet's background (QStyleSheetStyle turns the styled background
-// on for plain widgets and frames).
 void ClearBackground(QWidget* widget)
 {
-    if (widget->autoFillBackground())
-        widget->setAutoFillBackground(false);
+    widget->setAutoFillBackground(false);
     widget->setAttribute(Qt::WA_StyledBackground, false);
 }
-
-} // namespace
 
 TransparentWidget::TransparentWidget(QWidget* parent)
     : QWidget(parent)

@@ -215,12 +215,21 @@ private Q_SLOTS:
                               prefix + "an auto-scroll step must be positive (0); it stays 12"}));
     }
 
+    void startDistanceInMetres_data()
+    {
+        QTest::addColumn<bool>("madeShown");
+        QTest::newRow("made before the area shows") << false;
+        QTest::newRow("made for a shown area") << true;
+    }
     // The scroller's distance is the one set in pixels, in metres of the screen's
     // resolution, measured again when the window goes to another screen.
     void startDistanceInMetres()
     {
-        Page page;
+        QFETCH(bool, madeShown);
+        Page page(!madeShown);
         QVERIFY(page.Show());
+        if (madeShown)
+            page.controller = OrvantaQT::SetScroller(page.area);
         QScroller* scroller = page.controller->GetScroller();
         const auto metres = [&] {
             return scroller->scrollerProperties().scrollMetric(QScrollerProperties::DragStartDistance).toReal();
@@ -371,7 +380,8 @@ private Q_SLOTS:
         QVERIFY(controller->IsAutoScrolling());
         page.window.reset();
         QVERIFY(!controller);
-        QTRY_VERIFY(!scroller);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the scroller's deleteLater()
+        QVERIFY(!scroller);
         QVERIFY(QScroller::activeScrollers().isEmpty());
         QTest::qWait(100);
     }
@@ -381,7 +391,7 @@ private Q_SLOTS:
         QTest::addColumn<Qt::FocusReason>("reason"); // by a key for Tab and Backtab
         QTest::addColumn<int>("margin"); // -1 for no controller; 8 is the default
         QTest::addColumn<int>("startValue"); // -1 for the maximum
-        QTest::addColumn<QString>("focused"); // "tall" for a child taller than the area
+        QTest::addColumn<QString>("focused"); // "tall": taller than the area, "fits": 10 shorter than it less the margins
         QTest::addColumn<bool>("scrolls");
         QTest::newRow("tab in from above") << Qt::TabFocusReason << 8 << -1 << "button 0" << true;
         QTest::newRow("backtab in from below") << Qt::BacktabFocusReason << 8 << 0 << "edit 29" << true;
@@ -392,6 +402,7 @@ private Q_SLOTS:
         QTest::newRow("set by the program, in the margin") << Qt::OtherFocusReason << 8 << kTop + kRowPitch + 32 - 3 << "edit 1" << true;
         QTest::newRow("wider margin") << Qt::OtherFocusReason << 30 << 0 << "edit 10" << true;
         QTest::newRow("taller than the area: its top") << Qt::OtherFocusReason << 30 << 500 << "tall 20" << true;
+        QTest::newRow("fits with the margins: its end") << Qt::OtherFocusReason << 30 << 0 << "fits 20" << true;
         QTest::newRow("clicked: no scroll") << Qt::MouseFocusReason << 8 << 0 << "edit 12" << false;
         QTest::newRow("tab in, no controller") << Qt::TabFocusReason << -1 << -1 << "button 0" << false;
         QTest::newRow("backtab in, no controller") << Qt::BacktabFocusReason << -1 << 0 << "edit 29" << false;
@@ -415,6 +426,8 @@ private Q_SLOTS:
         if (tall)
             target->setFixedHeight(400);
         QVERIFY(page.Show());
+        if (focused.startsWith(QLatin1String("fits")))
+            target->setFixedHeight(page.Viewport()->height() - 2 * margin - 10);
         page.ScrollTo(startValue);
         const int before = page.Vertical()->value();
         if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason) {

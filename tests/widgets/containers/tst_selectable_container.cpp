@@ -1,5 +1,6 @@
 #include <qt_halvo/widgets/containers/selectable_container.h>
 
+#include "real_input.h"
 #include "test_support.h"
 
 #include <functional>
@@ -73,20 +74,19 @@ private Q_SLOTS:
         QVERIFY(TestSupport::ShowAndWait(&host.window));
         QCOMPARE(host.Colour(), QStringLiteral("#0000ff"));
         TestSupport::SignalLog log(host.card, {"HoveredChanged(bool)"});
-        QStringList expected;
+        bool before = false;
         for (const QString& place : path.split(QLatin1Char(' '))) {
             QWidget* target = host.window.findChild<QWidget*>(place);
-            QCursor::setPos(target->mapToGlobal(target == host.card ? QPoint(150, 5) : QPoint(5, 5)));
+            TestSupport::RealMouseMove(target->mapToGlobal(target == host.card ? QPoint(150, 5) : QPoint(5, 5)));
             const bool over = target != host.out;
-            if (over != host.card->IsHovered())
-                expected << QStringLiteral("HoveredChanged(%1)").arg(over ? "true" : "false");
-            QTRY_COMPARE(host.card->IsHovered(), over);
+            QCOMPARE(log.Take(), over == std::exchange(before, over) ? QStringList()
+                                                                     : QStringList(over ? "HoveredChanged(true)" : "HoveredChanged(false)"));
+            QCOMPARE(host.card->IsHovered(), over);
             QCOMPARE(host.card->property("hovered"), QVariant(over));
             QCOMPARE(host.Colour(), over ? QStringLiteral("#00ff00") : QStringLiteral("#0000ff"));
         }
-        QCOMPARE(log.Take(), expected);
-        QCursor::setPos(host.caption->mapToGlobal(QPoint(5, 5)));
-        QTRY_VERIFY(host.card->IsHovered());
+        TestSupport::RealMouseMove(host.caption->mapToGlobal(QPoint(5, 5)));
+        QVERIFY(host.card->IsHovered());
         QEvent leave(QEvent::Leave);
         QCoreApplication::sendEvent(host.card, &leave);
         QVERIFY(host.card->IsHovered());
@@ -172,13 +172,18 @@ private Q_SLOTS:
     {
         Host host;
         QVERIFY(TestSupport::ShowAndWait(&host.window));
-        host.window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&host.window));
+        QApplication::setActiveWindow(&host.window);
         host.out->setFocus();
         const QImage before = TestSupport::Render(host.card);
         QTest::keyClick(host.out, Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget(), host.card);
-        QVERIFY(!TestSupport::Changed(before, TestSupport::Render(host.card)).isEmpty());
+        const QImage focused = TestSupport::Render(host.card);
+        QVERIFY(!TestSupport::Changed(before, focused).isEmpty());
+        // In the card's own colours: its frame, left of the children, follows its palette.
+        QPalette palette = host.card->palette();
+        palette.setColor(QPalette::Highlight, Qt::red);
+        host.card->setPalette(palette);
+        QVERIFY(!TestSupport::Changed(focused, TestSupport::Render(host.card), QRect(0, 0, 5, 160)).isEmpty());
     }
 
     // Screen readers see a focusable list item that can be selected, with the press and

@@ -86,8 +86,7 @@ private Q_SLOTS:
             QVERIFY(row.metaObject()->property(row.metaObject()->indexOfProperty("spacing")).reset(&row));
         QCOMPARE(row.GetSpacing(), set);
         row.resize(row.sizeHint());
-        row.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&row));
+        QVERIFY(TestSupport::ShowAndWait(&row));
         const QVector<QWidget*> buttons = row.Buttons();
         QCOMPARE(buttons[1]->x() - buttons[0]->geometry().right() - 1, gap);
         QCOMPARE(buttons[2]->x() - buttons[1]->geometry().right() - 1, gap);

@@ -29,10 +29,16 @@ const char kHovered[] = "#ffe2ecf9";
 const char kPressed[] = "#ffc8daf3";
 const char kClear[] = "#00000000";
 
-// A button's "hovered" and "selected" style properties and the colour of its band.
+// Where the real pointer waits, over no window: a button leaves its hover only when the
+// pointer is not over it.
+const QPoint kAway(2000, 2000);
+
+// A button's "hovered" and "selected" style properties, its band and the colour it paints.
 QStringList Look(ToolBarButton* button)
 {
+    const char* const bands[] = {"Hovered", "Pressed", "Normal"};
     return {button->property("hovered").toString(), button->property("selected").toString(),
+            QLatin1String(bands[int(button->CurrentBand())]),
             TestSupport::Render(button).pixelColor(3, 12).name(QColor::HexArgb)};
 }
 
@@ -142,7 +148,7 @@ bool ClickInOverflowMenu(ToolBar* bar, const QString& text)
     for (QAction* action : menu->actions()) {
         if (action->text() == text) {
             QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(action).center());
-            return QTest::qWaitFor([menu] { return !menu->isVisible(); });
+            return !menu->isVisible();
         }
     }
     menu->hide();
@@ -197,7 +203,11 @@ class TestToolBar : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QApplication::setStyle(new BarStyle); }
+    void initTestCase()
+    {
+        QApplication::setStyle(new BarStyle);
+        QCursor::setPos(kAway);
+    }
 
     void overflowOrder_data()
     {
@@ -259,9 +269,9 @@ private Q_SLOTS:
         QCOMPARE(fixture.OnBar(), QStringLiteral("A B | W M D"));
         fixture.actions.value(QStringLiteral("C"))->setVisible(true);
         QCOMPARE(fixture.Layout(), QStringLiteral("A B | C W / M D"));
-        QCoreApplication::processEvents(); // what showing and hiding items asked for
         fixture.Button("D")->setFixedWidth(60);
-        QTRY_COMPARE(bar->sizeHint().width(), 286 + 20);
+        QCoreApplication::sendPostedEvents(bar, QEvent::LayoutRequest);
+        QCOMPARE(bar->sizeHint().width(), 286 + 20);
     }
 
     // Narrowed and widened, the bar shows what a fresh one would, with the same widgets: no
@@ -313,7 +323,8 @@ private Q_SLOTS:
         QCOMPARE(made->made, 2);
         QCOMPARE(made->createdWidgets().size(), 1);
         QCOMPARE(made->createdWidgets().first()->parentWidget(), fixture.bar->OverflowMenu());
-        QTRY_VERIFY(!first);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!first);
         fixture.SetWidth(fixture.bar->sizeHint().width());
         QCOMPARE(fixture.OnBar(), QStringLiteral("A B | C W M D Made"));
         QCOMPARE(made->made, 3);
@@ -333,7 +344,7 @@ private Q_SLOTS:
         QVERIFY(!button->icon().isNull());
         QString shown;
         QTimer::singleShot(0, this, [&] {
-            QTRY_VERIFY(overflow->isVisible());
+            QVERIFY(overflow->isVisible());
             shown = fixture.InMenu();
             overflow->hide();
         });
@@ -352,7 +363,7 @@ private Q_SLOTS:
         QTest::keyClick(fixture.menu, Qt::Key_Down);
         QCOMPARE(fixture.menu->activeAction()->text(), QStringLiteral("M2"));
         QTest::keyClick(fixture.menu, Qt::Key_Return);
-        QTRY_VERIFY(!overflow->isVisible());
+        QVERIFY(!overflow->isVisible());
         QCOMPARE(lines, QStringList({QStringLiteral("bar: M2")}));
     }
 
@@ -483,44 +494,54 @@ private Q_SLOTS:
         fixture.bar->OverflowMenu()->hide();
     }
 
-    // "hovered" and "selected" follow the pointer and the check, the band follows them, and a
-    // menu opening under the pointer keeps the hover; a style sheet paints the states it names.
+    void buttonStates_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("text") << "B";
+        QTest::newRow("icon") << "C";
+        QTest::newRow("menu") << "M";
+        QTest::newRow("menu on the arrow") << "D";
+    }
+    // On every kind of button "hovered" and "selected" follow the pointer and the check, and
+    // the band follows them.
     void buttonStates()
     {
-        QCursor::setPos(0, 0);
+        QFETCH(QString, text);
+        Bar fixture;
+        fixture.actions.value(QStringLiteral("C"))->setIcon(QIcon(QPixmap::fromImage(Solid(Qt::red))));
+        fixture.Button("D")->setMenu(new QMenu(&fixture.window));
+        fixture.Button("D")->setPopupMode(QToolButton::MenuButtonPopup);
+        QAction* action = fixture.actions.value(text);
+        action->setCheckable(true);
+        ToolBarButton* button = fixture.Button(qPrintable(text));
+        QVERIFY(TestSupport::ShowAndWait(&fixture.window));
+        QCOMPARE(Look(button), QStringList({"false", "false", "Normal", kClear}));
+        TestSupport::PointerTo(button, button->rect().center());
+        QCOMPARE(Look(button), QStringList({"true", "false", "Hovered", kHovered}));
+        action->setChecked(true);
+        QCOMPARE(Look(button), QStringList({"true", "true", "Pressed", kPressed}));
+        TestSupport::PointerTo(&fixture.window, QPoint(5, 50));
+        QCOMPARE(Look(button), QStringList({"false", "true", "Pressed", kPressed}));
+        action->setChecked(false);
+        QCOMPARE(Look(button), QStringList({"false", "false", "Normal", kClear}));
+        QCOMPARE(fixture.Button("A")->property("hovered"), QVariant(false));
+    }
+
+    // Left while the pointer is still over it, as when its menu opens, a button stays hovered;
+    // a style sheet paints the states it names.
+    void hoverKeptAndStyleSheet()
+    {
         Bar fixture;
         fixture.window.move(100, 100);
-        QAction* action = fixture.actions.value(QStringLiteral("B"));
-        action->setCheckable(true);
-        ToolBarButton* button = fixture.Button("B");
         QVERIFY(TestSupport::ShowAndWait(&fixture.window));
-        QTRY_COMPARE(Look(button), QStringList({"false", "false", kClear}));
-        QCOMPARE(button->CurrentBand(), ToolBarButton::Band::Normal);
-        QCursor::setPos(button->mapToGlobal(button->rect().center()));
-        QTRY_COMPARE(Look(button), QStringList({"true", "false", kHovered}));
-        QCOMPARE(button->CurrentBand(), ToolBarButton::Band::Hovered);
-        action->setChecked(true);
-        QCOMPARE(Look(button), QStringList({"true", "true", kPressed}));
-        QCursor::setPos(0, 0);
-        QTRY_COMPARE(Look(button), QStringList({"false", "true", kPressed}));
-        action->setChecked(false);
-        QCOMPARE(Look(button), QStringList({"false", "false", kClear}));
-        QCOMPARE(fixture.Button("A")->property("hovered"), QVariant(false));
-
         ToolBarButton* menuButton = fixture.Button("M");
-        QCursor::setPos(menuButton->mapToGlobal(menuButton->rect().center()));
-        QTRY_COMPARE(menuButton->property("hovered"), QVariant(true));
-        QVariant hoveredWhileOpen;
-        QTimer::singleShot(0, this, [&] {
-            QTRY_VERIFY(fixture.menu->isVisible());
-            QTest::qWait(50);
-            hoveredWhileOpen = menuButton->property("hovered");
-            fixture.menu->hide();
-        });
-        QTest::mouseClick(menuButton, Qt::LeftButton, Qt::NoModifier, menuButton->rect().center());
-        QCOMPARE(hoveredWhileOpen, QVariant(true));
-        QCOMPARE(Look(menuButton), QStringList({"true", "false", kHovered}));
-        QCursor::setPos(0, 0);
+        TestSupport::PointerTo(menuButton, menuButton->rect().center());
+        QEvent leave(QEvent::Leave);
+        for (const bool over : {true, false}) {
+            QCursor::setPos(over ? menuButton->mapToGlobal(menuButton->rect().center()) : kAway);
+            QApplication::sendEvent(menuButton, &leave);
+            QCOMPARE(menuButton->property("hovered"), QVariant(over));
+        }
 
         QAction* first = fixture.actions.value(QStringLiteral("A"));
         first->setCheckable(true);
@@ -530,7 +551,7 @@ private Q_SLOTS:
         QCOMPARE(Look(fixture.Button("A")).last(), QString(kClear));
         first->setChecked(true);
         QCOMPARE(Look(fixture.Button("A")).last(), QStringLiteral("#ffff0000"));
-        QCOMPARE(Look(button).last(), QString(kClear));
+        QCOMPARE(Look(fixture.Button("B")).last(), QString(kClear));
     }
 
     // The bar's picture is stretched, corners as drawn; another one, none or a style sheet
@@ -748,12 +769,12 @@ private Q_SLOTS:
         QVERIFY(TestSupport::ShowAndWait(&fixture.window));
         delete fixture.Button("C");
         delete fixture.bar->WidgetForAction(fixture.actions.value(QStringLiteral("|")));
-        QTRY_COMPARE(fixture.OnBar(), QStringLiteral("A B W M D"));
+        QCOMPARE(fixture.OnBar(), QStringLiteral("A B W M D"));
         QCOMPARE(fixture.bar->sizeHint().width(), 286 - 52);
         delete fixture.bar->AddButton(new ToolBarButton);
         QCOMPARE(Names(fixture.bar->actions()), QStringLiteral("A B | C W M D"));
         delete fixture.edit;
-        QTRY_COMPARE(fixture.OnBar(), QStringLiteral("A B M D"));
+        QCOMPARE(fixture.OnBar(), QStringLiteral("A B M D"));
         fixture.SetWidth(80);
         QCOMPARE(fixture.InMenu(), QStringLiteral("B W M D"));
         fixture.SetWidth(286);
@@ -794,7 +815,8 @@ private Q_SLOTS:
         QCOMPARE(fixture.OnBar(), QStringLiteral("A B | C W M Spacer D"));
         auto* inserted = new QAction(QStringLiteral("Z"), &fixture.window);
         fixture.bar->InsertAction(fixture.actions.value(QStringLiteral("A")), inserted)->setFixedSize(40, 24);
-        QTRY_COMPARE(fixture.OnBar(), QStringLiteral("Z A B | C W M Spacer D"));
+        QCoreApplication::sendPostedEvents(fixture.bar, QEvent::LayoutRequest);
+        QCOMPARE(fixture.OnBar(), QStringLiteral("Z A B | C W M Spacer D"));
         delete inserted;
         QWidget* a = fixture.Button("A");
         QWidget* d = fixture.Button("D");
@@ -839,10 +861,16 @@ private Q_SLOTS:
                                           Qt::ToolButtonTextUnderIcon));
         QVERIFY(bar->sizeHint().height() > 40);
 
+        const auto layOut = [] { // the bar's layout request, then the one it makes of the window's layout
+            for (int round = 0; round < 2; ++round)
+                QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        };
         QVERIFY(TestSupport::ShowAndWait(&window));
-        QTRY_COMPARE(bar->height(), bar->sizeHint().height());
+        layOut();
+        QCOMPARE(bar->height(), bar->sizeHint().height());
         made->setFixedHeight(100);
-        QTRY_COMPARE(bar->height(), 106);
+        layOut();
+        QCOMPARE(bar->height(), 106);
         QCOMPARE(made->geometry(), QRect(3, 3, made->width(), 100));
         QCOMPARE(added->height(), 100); // buttons share the row's height
         window.activateWindow();
@@ -850,9 +878,9 @@ private Q_SLOTS:
         before->setFocus();
         QVERIFY(before->hasFocus());
         QTest::keyClick(before, Qt::Key_Tab);
-        QTRY_VERIFY(added->hasFocus());
+        QVERIFY(added->hasFocus());
         QTest::keyClick(added, Qt::Key_Tab);
-        QTRY_VERIFY(after->hasFocus());
+        QVERIFY(after->hasFocus());
     }
 };
 

@@ -98,6 +98,13 @@ struct Bar
         button->setFixedSize(40, 24);
         actions[button->text()] = button->defaultAction();
     }
+    // Puts a button of the caller's on the bar with AddButton, with the text.
+    void Adopt(ToolBarButton* button, const char* text)
+    {
+        button->setText(QLatin1String(text));
+        QCOMPARE(bar->AddButton(button), button);
+        button->setFixedSize(40, 24);
+    }
     ToolBarButton* Button(const char* text) const { return bar->ButtonForAction(actions.value(QLatin1String(text))); }
     void SetWidth(int width) { bar->resize(width, bar->height()); }
 
@@ -392,16 +399,13 @@ private Q_SLOTS:
             ToolBarButton* button = nullptr;
             if (action) {
                 action->setCheckable(checkable);
-                button = fixture.bar->AddAction(action);
+                fixture.Add(button = fixture.bar->AddAction(action));
                 connect(action, &QAction::triggered, &fixture.window, [&lines] { lines << QStringLiteral("triggered"); });
             } else { // a button without an action has nothing but its clicks to tell
-                button = fixture.bar->AddButton(new ToolBarButton);
-                button->setText(QStringLiteral("E"));
+                fixture.Adopt(button = new ToolBarButton, "E");
                 button->setCheckable(checkable);
                 connect(button, &QAbstractButton::clicked, &fixture.window, [&lines] { lines << QStringLiteral("clicked"); });
             }
-            QVERIFY(button);
-            button->setFixedSize(40, 24);
             connect(button, &QAbstractButton::toggled, &fixture.window,
                     [&lines](bool on) { lines << QStringLiteral("toggled ") + QVariant(on).toString(); });
             RecordTriggered(fixture.bar, &lines);
@@ -439,12 +443,11 @@ private Q_SLOTS:
         Bar fixture(100);
         QAction open(QStringLiteral("N"));
         auto* button = withAction ? new ToolBarButton(&open) : new ToolBarButton;
-        button->setText(QStringLiteral("N"));
         auto* own = new QMenu;
         own->addAction(QStringLiteral("N1"));
         button->setMenu(own);
         button->setPopupMode(withAction ? QToolButton::MenuButtonPopup : QToolButton::InstantPopup);
-        QCOMPARE(fixture.bar->AddButton(button), button);
+        fixture.Adopt(button, "N");
         QCOMPARE(fixture.bar->ActionForButton(button) == &open, withAction);
         QVERIFY(TestSupport::ShowAndWait(&fixture.window));
         QCOMPARE(fixture.InMenu(), QStringLiteral("B | C W M D N"));
@@ -468,13 +471,11 @@ private Q_SLOTS:
     {
         Bar fixture;
         auto* button = new ToolBarButton;
-        button->setText(QStringLiteral("Pin"));
         button->setToolTip(QStringLiteral("Pin the page"));
         button->setIcon(QIcon(QPixmap::fromImage(Solid(Qt::red))));
         button->setCheckable(true);
         button->setChecked(true);
-        fixture.bar->AddButton(button);
-        button->setFixedSize(40, 24);
+        fixture.Adopt(button, "Pin");
         QVERIFY(TestSupport::ShowAndWait(&fixture.window));
         QAction* action = fixture.bar->ActionForButton(button);
         QVERIFY(action);
@@ -749,9 +750,8 @@ private Q_SLOTS:
     void receiversChangeTheBar()
     {
         Bar fixture;
-        auto* button = fixture.bar->AddButton(new ToolBarButton);
-        button->setText(QStringLiteral("E"));
-        button->setFixedSize(40, 24);
+        auto* button = new ToolBarButton;
+        fixture.Adopt(button, "E");
         QVERIFY(TestSupport::ShowAndWait(&fixture.window));
         connect(fixture.bar, &ToolBar::OverflowChanged, &fixture.window, [&] { delete fixture.actions.take("C"); });
         connect(button, &QAbstractButton::clicked, &fixture.window, [&] { delete fixture.actions.take("D"); });

@@ -314,6 +314,25 @@ private Q_SLOTS:
         QCOMPARE(fixture.bar->WidgetForAction(fixture.editAction), fixture.edit);
     }
 
+    // A new width moves, shows and hides the buttons without asking their sizes again.
+    void resizeMeasuresNothing()
+    {
+        struct Measured : ToolBarButton
+        {
+            mutable int asked = 0;
+            QSize sizeHint() const override { return ++asked, ToolBarButton::sizeHint(); }
+        };
+        Bar fixture;
+        auto* measured = new Measured;
+        fixture.Adopt(measured, "X");
+        QVERIFY(TestSupport::ShowAndWait(&fixture.window));
+        measured->asked = 0;
+        for (const int width : {26, 150, 400, 100, 286})
+            fixture.SetWidth(width);
+        QCOMPARE(measured->asked, 0);
+        QCOMPARE(fixture.InMenu(), QStringLiteral("D X"));
+    }
+
     // A QWidgetAction that makes widgets makes one for the menu and a new one for the bar.
     void madeWidgetsMoveByMaking()
     {
@@ -348,7 +367,7 @@ private Q_SLOTS:
         QCOMPARE(QStringList({button->objectName(), button->accessibleName(), overflow->objectName()}),
                  TestSupport::Words("OverflowButton ToolBar_OverflowButton OverflowMenu"));
         QCOMPARE(button->focusPolicy(), Qt::NoFocus);
-        QVERIFY(!button->icon().isNull());
+        QVERIFY(!button->icon().isNull() && !button->IsMenuIndicatorVisible()); // the icon says it
         QString shown;
         QTimer::singleShot(0, this, [&] {
             QVERIFY(overflow->isVisible());
@@ -620,8 +639,8 @@ private Q_SLOTS:
         QCOMPARE(TestSupport::Render(&menuButton).pixelColor(3, 12), QColor(Qt::green));
         menuButton.SetBackgroundImage(QString());
         QCOMPARE(TestSupport::Render(&menuButton), nothing);
-        menuButton.setStyleSheet(QStringLiteral("OrvantaQT--ToolBarButton { qproperty-backgroundBorder: 2; }"));
-        QCOMPARE(menuButton.GetBackgroundBorders(), QMargins(2, 2, 2, 2));
+        menuButton.setStyleSheet(QStringLiteral("OrvantaQT--ToolBarButton { qproperty-backgroundBorder: 0; }"));
+        QCOMPARE(menuButton.GetBackgroundBorders(), QMargins(0, 0, 0, 0));
     }
 
     void settersRepaint_data()

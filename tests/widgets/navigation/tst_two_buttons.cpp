@@ -81,6 +81,8 @@ private Q_SLOTS:
         pair->setStyle(&other);
         QCOMPARE(accept->x() < reject->x(), !acceptLeft);
         QCOMPARE(pair->focusProxy(), acceptFirst ? reject : accept);
+        window.setLayoutDirection(direction == Qt::LeftToRight ? Qt::RightToLeft : Qt::LeftToRight);
+        QCOMPARE(accept->x() < reject->x(), acceptLeft);
     }
 
     void keys_data()

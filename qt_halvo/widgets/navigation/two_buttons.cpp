@@ -27,7 +27,6 @@ public:
     {
         // Enter belongs to the pair (accept), even inside a dialog.
         setAutoDefault(false);
-        setDefault(false);
         // The picture is light whatever the desktop's colours.
         QPalette colours = palette();
         colours.setColor(QPalette::ButtonText, QColor(0x20, 0x20, 0x20));
@@ -236,14 +235,13 @@ void TwoButtons::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.drawPixmap(0, 0, m_background);
     for (QPushButton* button : {m_accept, m_reject}) {
-        const int band = button->isDown() ? kPressedBand : button->underMouse() ? kHoveredBand : -1;
-        if (band < 0 || !button->isEnabled())
+        if (!button->isEnabled() || !(button->isDown() || button->underMouse()))
             continue;
         // The whole pair's shape in that band, kept to the button's half: its outer
         // corners round, the inner edge straight against the other half.
         painter.save();
         painter.setClipRect(button->geometry());
-        m_picture->Draw(&painter, rect(), band, kBands);
+        m_picture->Draw(&painter, rect(), button->isDown() ? kPressedBand : kHoveredBand, kBands);
         painter.restore();
     }
     painter.fillRect(QRect(qMax(m_accept->x(), m_reject->x()), 0, 1, height()), m_divider);

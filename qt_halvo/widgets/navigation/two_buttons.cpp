@@ -84,9 +84,8 @@ TwoButtons::TwoButtons(QWidget* parent)
     setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     for (QPushButton* button : {m_accept, m_reject}) {
         button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+        // Clear, a half repaints the pair beneath it as it is pressed and released.
         button->installEventFilter(this);
-        connect(button, &QPushButton::pressed, this, qOverload<>(&QWidget::update));
-        connect(button, &QPushButton::released, this, qOverload<>(&QWidget::update));
     }
     connect(m_accept, &QPushButton::clicked, this, &TwoButtons::Accept);
     connect(m_reject, &QPushButton::clicked, this, &TwoButtons::Reject);

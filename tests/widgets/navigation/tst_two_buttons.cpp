@@ -159,7 +159,7 @@ private Q_SLOTS:
         if (state.contains(QLatin1String("hovered")))
             TestSupport::PointerTo(accept, QPoint(30, 4));
         if (state.contains(QLatin1String("pressed")))
-            QTest::mousePress(accept, Qt::LeftButton, Qt::NoModifier, QPoint(30, 4));
+            QVERIFY(TestSupport::Repaints(&pair, [&] { QTest::mousePress(accept, Qt::LeftButton, Qt::NoModifier, QPoint(30, 4)); }));
         // Corner, left edge, middle and last column of the accept half (above the text),
         // the divider, middle of the reject half, right edge.
         QCOMPARE(TestSupport::Pixels(TestSupport::Render(&pair), {{0, 0}, {0, 14}, {50, 3}, {98, 3}, {100, 14}, {150, 3}, {199, 14}}),

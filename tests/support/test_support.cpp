@@ -90,6 +90,17 @@ bool ShowAndWait(QWidget* widget)
     return QTest::qWaitForWindowExposed(widget);
 }
 
+void PointerTo(QWidget* widget, const QPoint& point)
+{
+    QWidget* window = widget->window();
+    const QPoint local = widget->mapTo(window, point);
+    if (!window->underMouse()) { // Qt dispatches Enter and Leave once it knows the window has the pointer
+        QEnterEvent enter(local, local, window->mapToGlobal(local));
+        QCoreApplication::sendEvent(window->windowHandle(), &enter);
+    }
+    QTest::mouseMove(window->windowHandle(), local);
+}
+
 bool Repaints(QWidget* widget, const std::function<void()>& change)
 {
     struct Counter : QObject

@@ -56,6 +56,11 @@ QStringList Colours(const char* names);
 // Shows a top-level widget and waits until the window system has shown it.
 bool ShowAndWait(QWidget* widget);
 
+// Moves the pointer over a point of a shown widget as the window system would report it,
+// delivered at once: Enter and Leave reach the widgets it passes (underMouse() follows),
+// then the move. The real pointer stays where it is.
+void PointerTo(QWidget* widget, const QPoint& point);
+
 // Whether the widget, shown, is painted again after change(), as it must ask for.
 bool Repaints(QWidget* widget, const std::function<void()>& change);
 

@@ -6,6 +6,16 @@
 
 namespace OrvantaQT {
 
+namespace {
+
+// A negative index or one past the end appends.
+int InsertionIndex(const QLayout* layout, int index)
+{
+    return index < 0 || index > layout->count() ? layout->count() : index;
+}
+
+} // namespace
+
 ButtonContainer::ButtonContainer(QWidget* parent)
     : QWidget(parent)
     , m_layout(new QHBoxLayout(this))
@@ -36,9 +46,7 @@ void ButtonContainer::InsertButton(int index, QWidget* button, int stretch, Qt::
     // the index below is checked against the row with it still in.
     if (m_layout->indexOf(button) >= 0)
         m_layout->removeWidget(button);
-    if (index < 0 || index > m_layout->count())
-        index = m_layout->count();
-    m_layout->insertWidget(index, button, stretch, alignment);
+    m_layout->insertWidget(InsertionIndex(m_layout, index), button, stretch, alignment);
 }
 
 void ButtonContainer::AddStretch(int stretch)
@@ -48,9 +56,7 @@ void ButtonContainer::AddStretch(int stretch)
 
 void ButtonContainer::InsertStretch(int index, int stretch)
 {
-    if (index < 0 || index > m_layout->count())
-        index = m_layout->count();
-    m_layout->insertStretch(index, stretch);
+    m_layout->insertStretch(InsertionIndex(m_layout, index), stretch);
 }
 
 void ButtonContainer::RemoveButton(QWidget* button)

@@ -17,7 +17,6 @@
 
 namespace OrvantaQT {
 
-
 CustomLineEdit::CustomLineEdit(QWidget* parent)
     : QLineEdit(parent)
 {
@@ -40,11 +39,10 @@ ButtonContainer* CustomLineEdit::CreateButtonContainer()
 {
     auto* container = NameChild(new ButtonContainer(this), "CustomLineEdit", "ButtonContainer");
     container->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
-    container->setAttribute(Qt::WA_MouseTracking);
-    container->installEventFilter(this);
+    container->installEventFilter(this); // the container tracks the mouse for it
     m_buttonContainer = container;
 
-    // The container's own row: no margins, no spacing, the stack pushed to the right.
+    // No spacing, the stack pushed to the right.
     container->SetSpacing(0);
     container->AddStretch();
     m_stackedWidget = new QStackedWidget(container);

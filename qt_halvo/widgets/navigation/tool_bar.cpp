@@ -1,6 +1,5 @@
 #include <qt_halvo/widgets/navigation/tool_bar.h>
 
-#include <qt_halvo/utilities/border_pixmap_painter.h>
 #include <qt_halvo/utilities/child_names_p.h>
 #include <qt_halvo/utilities/logging_p.h>
 #include <qt_halvo/widgets/navigation/tool_bar_button.h>
@@ -68,9 +67,7 @@ ToolBar::ToolBar(QWidget* parent)
     : QWidget(parent)
     , m_overflowButton(NameChild(new ToolBarButton(this), "ToolBar", "OverflowButton"))
     , m_overflowMenu(NameChild(new QMenu(this), "ToolBar", "OverflowMenu"))
-    , m_imagePath(QLatin1String(kDefaultImage))
-    , m_image(LoadToolBarPicture(m_imagePath, "ToolBar"))
-    , m_borders(kDefaultBorder, kDefaultBorder, kDefaultBorder, kDefaultBorder)
+    , m_picture(std::make_unique<ToolBarPicture>("ToolBar", QLatin1String(kDefaultImage), kDefaultBorder))
 {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setContentsMargins(kDefaultMargin, kDefaultMargin, kDefaultMargin, kDefaultMargin);
@@ -90,7 +87,7 @@ ToolBar::ToolBar(QWidget* parent)
         // A button reports its action however triggered, and a proxy clicks its button:
         // the menu adds the rest, the actions of buttons' menus above all.
         const bool reported = std::any_of(m_items.cbegin(), m_items.cend(), [action](const Item& item) {
-            return item.proxy == action || (item.button && item.action == action);
+            return item.proxy == action || (item.Button() && item.action == action);
         });
         if (!reported)
             Q_EMIT ActionTriggered(action);
@@ -99,14 +96,9 @@ ToolBar::ToolBar(QWidget* parent)
 
 ToolBar::~ToolBar()
 {
-    for (const Item& item : qAsConst(m_items)) {
-        if (item.widget)
-            disconnect(item.widget, &QObject::destroyed, this, &ToolBar::OnWidgetDestroyed);
-        // A QWidgetAction's widget goes back to its action, as from a QToolBar.
-        auto* widgetAction = qobject_cast<QWidgetAction*>(item.action.data());
-        if (item.kind == Kind::Custom && widgetAction && item.widget && !item.entry)
-            widgetAction->releaseWidget(item.widget);
-    }
+    // Its children are deleted after its members are gone: none may call back.
+    for (Item& item : m_items)
+        LetGoOfWidget(item);
 }
 
 ToolBarButton* ToolBar::AddAction(QAction* action)
@@ -201,7 +193,7 @@ QWidget* ToolBar::WidgetForAction(QAction* action) const
 ToolBarButton* ToolBar::ButtonForAction(QAction* action) const
 {
     const int index = IndexOf(action);
-    return index >= 0 ? m_items.at(index).button.data() : nullptr;
+    return index >= 0 ? m_items.at(index).Button() : nullptr;
 }
 
 QAction* ToolBar::ActionForButton(ToolBarButton* button) const
@@ -209,7 +201,7 @@ QAction* ToolBar::ActionForButton(ToolBarButton* button) const
     if (!button)
         return nullptr;
     for (const Item& item : m_items) {
-        if (item.button == button)
+        if (item.Button() == button)
             return item.action;
     }
     return nullptr;
@@ -238,34 +230,29 @@ QMenu* ToolBar::OverflowMenu() const
 
 QString ToolBar::GetBackgroundImage() const
 {
-    return m_imagePath;
+    return m_picture->Path();
 }
 
 void ToolBar::SetBackgroundImage(const QString& path)
 {
-    if (path == m_imagePath)
-        return;
-    m_imagePath = path;
-    m_image = LoadToolBarPicture(path, "ToolBar");
-    update();
+    if (m_picture->SetPath(path))
+        update();
 }
 
 QMargins ToolBar::GetBackgroundBorders() const
 {
-    return m_borders;
+    return m_picture->Borders();
 }
 
 void ToolBar::SetBackgroundBorders(const QMargins& borders)
 {
-    if (borders == m_borders || !AreToolBarBordersValid(borders, "ToolBar"))
-        return;
-    m_borders = borders;
-    update();
+    if (m_picture->SetBorders(borders))
+        update();
 }
 
 int ToolBar::GetBackgroundBorder() const
 {
-    return m_borders.left();
+    return m_picture->Borders().left();
 }
 
 void ToolBar::SetBackgroundBorder(int border)
@@ -331,8 +318,8 @@ void ToolBar::SetToolButtonStyle(Qt::ToolButtonStyle style)
         return;
     m_toolButtonStyle = style;
     for (const Item& item : qAsConst(m_items)) {
-        if (item.button)
-            item.button->setToolButtonStyle(style);
+        if (ToolBarButton* button = item.Button())
+            button->setToolButtonStyle(style);
     }
     ItemsChanged();
 }
@@ -361,7 +348,7 @@ bool ToolBar::event(QEvent* event)
     switch (event->type()) {
     case QEvent::LayoutRequest:
         // Showing and hiding items asks too; only new sizes matter.
-        if (Remeasure()) {
+        if (MeasureItems(true)) {
             updateGeometry();
             Relayout();
         }
@@ -447,8 +434,7 @@ void ToolBar::paintEvent(QPaintEvent*)
         style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
         return;
     }
-    if (!m_image.isNull())
-        DrawBorderPixmap(&painter, rect(), m_image, m_image.rect(), m_borders);
+    m_picture->Draw(&painter, rect());
 }
 
 void ToolBar::resizeEvent(QResizeEvent*)
@@ -463,7 +449,6 @@ void ToolBar::InsertItem(int index, QAction* action)
     item.actionVisible = action->isVisible();
     auto* widgetAction = qobject_cast<QWidgetAction*>(action);
     if (m_adopting) {
-        item.button = m_adopting;
         m_adopting->setParent(this);
         SetupButton(m_adopting, false);
         if (!m_adopting->defaultAction()) {
@@ -486,7 +471,6 @@ void ToolBar::InsertItem(int index, QAction* action)
         if (action->menu())
             button->setPopupMode(QToolButton::InstantPopup);
         SetupButton(button, true);
-        item.button = button;
         item.widget = button;
     }
     connect(item.widget, &QObject::destroyed, this, &ToolBar::OnWidgetDestroyed, Qt::UniqueConnection);
@@ -511,7 +495,7 @@ void ToolBar::InsertItem(int index, QAction* action)
 
 void ToolBar::RemoveItem(int index)
 {
-    const Item item = m_items.takeAt(index);
+    Item item = m_items.takeAt(index);
     if (index < m_overflowFrom) {
         --m_overflowFrom;
     } else if (item.entry) {
@@ -521,20 +505,19 @@ void ToolBar::RemoveItem(int index)
             item.proxy->setMenu(nullptr);
         m_overflowChanged = true;
     }
-    if (item.widget)
-        disconnect(item.widget, &QObject::destroyed, this, &ToolBar::OnWidgetDestroyed);
-    if (item.kind == Kind::Custom) {
-        // Deleted with its action, or in the menu and already given back.
-        auto* widgetAction = qobject_cast<QWidgetAction*>(item.action.data());
-        if (widgetAction && item.widget && !item.entry)
-            widgetAction->releaseWidget(item.widget);
-    } else if (item.widget) {
+    LetGoOfWidget(item);
+    if (item.widget) { // the bar's own button or separator
         item.widget->hide();
         // Later: the action being removed may be in its destructor, still using it.
         item.widget->deleteLater();
     }
     if (item.proxy)
         item.proxy->deleteLater();
+}
+
+ToolBarButton* ToolBar::Item::Button() const
+{
+    return kind == Kind::Button ? static_cast<ToolBarButton*>(widget.data()) : nullptr;
 }
 
 int ToolBar::IndexOf(const QAction* action) const
@@ -553,42 +536,35 @@ bool ToolBar::IsShown(const Item& item) const
     return item.action && item.action->isVisible() && item.hint.isValid() && (item.widget || item.entry);
 }
 
-void ToolBar::MeasureItem(const Item& item) const
+bool ToolBar::MeasureItem(const Item& item) const
 {
     // A QWidgetAction's widget in the menu keeps the size it had on the bar.
     if (!item.widget || item.widget->parentWidget() != this)
-        return;
-    item.hint = PreferredSize(item.widget);
+        return false;
+    const QSize hint = PreferredSize(item.widget);
     const QSizePolicy policy = item.widget->sizePolicy();
-    item.expanding = policy.horizontalPolicy() & QSizePolicy::ExpandFlag;
-    item.growsVertically = policy.verticalPolicy() & QSizePolicy::GrowFlag;
+    const bool expanding = policy.horizontalPolicy() & QSizePolicy::ExpandFlag;
+    const bool growsVertically = policy.verticalPolicy() & QSizePolicy::GrowFlag;
+    const bool changed = hint != item.hint || expanding != item.expanding || growsVertically != item.growsVertically;
+    item.hint = hint;
+    item.expanding = expanding;
+    item.growsVertically = growsVertically;
+    return changed;
 }
 
-bool ToolBar::Remeasure()
-{
-    QVector<QSize> before;
-    before.reserve(m_items.size() + 1);
-    for (const Item& item : qAsConst(m_items))
-        before << item.hint;
-    before << m_overflowHint;
-    m_measured = false;
-    MeasureItems();
-    for (int i = 0; i < m_items.size(); ++i) {
-        if (m_items.at(i).hint != before.at(i))
-            return true;
-    }
-    return m_overflowHint != before.last();
-}
-
-void ToolBar::MeasureItems() const
+bool ToolBar::MeasureItems(bool again) const
 {
     // Hidden, the bar hears of no item's new size: it measures every time.
-    if (m_measured && isVisible())
-        return;
+    if (m_measured && isVisible() && !again)
+        return false;
+    bool changed = false;
     for (const Item& item : m_items)
-        MeasureItem(item);
-    m_overflowHint = PreferredSize(m_overflowButton);
+        changed |= MeasureItem(item);
+    const QSize overflowHint = PreferredSize(m_overflowButton);
+    changed |= overflowHint != m_overflowHint;
+    m_overflowHint = overflowHint;
     m_measured = true;
+    return changed;
 }
 
 int ToolBar::ItemsWidth() const
@@ -619,20 +595,17 @@ void ToolBar::Relayout()
     // The first item that does not fit beside the overflow button, when not all fit.
     int fit = count;
     if (total > area.width()) {
-        const int limit = area.width() - m_overflowHint.width() - spacing;
-        int x = 0;
-        bool first = true;
+        const int limit = area.width() - m_overflowHint.width();
+        int end = 0; // of the last item that fits, and the spacing after it
         for (int i = 0; i < count; ++i) {
             const Item& item = m_items.at(i);
             if (!IsShown(item))
                 continue;
-            const int end = x + (first ? 0 : spacing) + item.hint.width();
+            end += item.hint.width() + spacing;
             if (end > limit) {
                 fit = i;
                 break;
             }
-            x = end;
-            first = false;
         }
     }
     // Separators neither end the bar nor open the menu: those at the cut are hidden.
@@ -729,20 +702,27 @@ void ToolBar::MoveToMenu(Item& item, QAction* before)
     QAction* entry = EntryFor(item);
     if (!entry)
         return;
-    if (item.kind == Kind::Custom) {
-        // Released, the default widget is free for the menu to take.
-        auto* widgetAction = qobject_cast<QWidgetAction*>(item.action.data());
-        if (item.widget)
-            disconnect(item.widget, &QObject::destroyed, this, &ToolBar::OnWidgetDestroyed);
-        if (widgetAction && item.widget)
-            widgetAction->releaseWidget(item.widget);
-        item.widget = nullptr;
-    } else if (item.widget && !item.widget->isHidden()) {
+    if (item.kind == Kind::Custom)
+        LetGoOfWidget(item); // released, a default widget is free for the menu to take
+    else if (item.widget && !item.widget->isHidden())
         item.widget->hide();
-    }
     item.entry = entry;
     SyncProxy(item);
     m_overflowMenu->insertAction(before, entry);
+}
+
+void ToolBar::LetGoOfWidget(Item& item)
+{
+    if (!item.widget)
+        return;
+    disconnect(item.widget, &QObject::destroyed, this, &ToolBar::OnWidgetDestroyed);
+    // A QWidgetAction's widget goes back to its action, as from a QToolBar; one in the
+    // overflow menu has gone back already.
+    if (item.kind != Kind::Custom)
+        return;
+    if (auto* widgetAction = qobject_cast<QWidgetAction*>(item.action.data()))
+        widgetAction->releaseWidget(item.widget);
+    item.widget = nullptr;
 }
 
 void ToolBar::MoveToBar(Item& item)
@@ -769,10 +749,11 @@ void ToolBar::MoveToBar(Item& item)
 
 QAction* ToolBar::EntryFor(Item& item)
 {
-    if (!item.button)
+    ToolBarButton* button = item.Button();
+    if (!button)
         return item.action;
     // A menu the action does not carry goes into the overflow menu on a proxy.
-    QMenu* menu = item.button->menu();
+    QMenu* menu = button->menu();
     if (!item.proxy && menu && (!item.action || item.action->menu() != menu))
         item.proxy = new QAction(this); // a submenu's title: nothing to trigger
     return item.proxy ? item.proxy : item.action;
@@ -780,9 +761,9 @@ QAction* ToolBar::EntryFor(Item& item)
 
 void ToolBar::SyncProxy(const Item& item)
 {
-    if (!item.proxy || !item.button)
+    ToolBarButton* button = item.Button();
+    if (!item.proxy || !button)
         return;
-    ToolBarButton* button = item.button;
     QAction* proxy = item.proxy;
     // Each setter that changes something reports it to the bar: only changes are set.
     proxy->setText(button->text());
@@ -820,8 +801,8 @@ void ToolBar::ApplyIconSize()
     const QSize size = GetIconSize();
     m_overflowButton->setIconSize(size);
     for (const Item& item : qAsConst(m_items)) {
-        if (item.button)
-            item.button->setIconSize(size);
+        if (ToolBarButton* button = item.Button())
+            button->setIconSize(size);
     }
 }
 
@@ -843,7 +824,6 @@ void ToolBar::OnWidgetDestroyed(QObject* widget)
         if (item.widget && item.widget != widget)
             continue;
         item.widget = nullptr;
-        item.button = nullptr;
         if (item.kind == Kind::Custom)
             continue;
         QAction* ownAction = item.proxy == item.action ? item.action.data() : nullptr;
@@ -861,10 +841,10 @@ void ToolBar::OnProxyTriggered()
     QObject* proxy = sender();
     const auto item = std::find_if(m_items.cbegin(), m_items.cend(),
                                    [proxy](const Item& item) { return item.proxy == proxy; });
-    if (item == m_items.cend() || !item->button)
+    if (item == m_items.cend() || !item->Button())
         return;
     // A receiver of the click may change the bar: the items are looked at again after.
-    item->button->click();
+    item->Button()->click();
     SyncProxies();
 }
 

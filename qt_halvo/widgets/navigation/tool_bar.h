@@ -6,8 +6,9 @@
 #include <QtCore/QPointer>
 #include <QtCore/QVector>
 #include <QtGui/QIcon>
-#include <QtGui/QPixmap>
 #include <QtWidgets/QWidget>
+
+#include <memory>
 
 class QMenu;
 class QWidgetAction;
@@ -15,6 +16,7 @@ class QWidgetAction;
 namespace OrvantaQT {
 
 class ToolBarButton;
+class ToolBarPicture;
 
 // A horizontal bar of tool buttons built from actions, as QToolBar is: every action added
 // (AddAction or QWidget::addAction) gets a ToolBarButton that shows and triggers it, a
@@ -145,7 +147,6 @@ private:
         QPointer<QAction> action;
         // On the bar, or (a QWidgetAction's) in the overflow menu.
         QPointer<QWidget> widget;
-        QPointer<ToolBarButton> button; // as widget, for buttons
         Kind kind = Kind::Button;
         bool actionVisible = true; // as last seen
         // Stands for a button in the overflow menu when its action cannot: a button
@@ -157,22 +158,27 @@ private:
         mutable QSize hint;
         mutable bool expanding = false;
         mutable bool growsVertically = false;
+
+        // The widget of a Kind::Button item, which is always one.
+        ToolBarButton* Button() const;
     };
 
     void InsertItem(int index, QAction* action);
     void RemoveItem(int index);
     int IndexOf(const QAction* action) const;
     bool IsShown(const Item& item) const;
-    void MeasureItem(const Item& item) const;
-    void MeasureItems() const;
-    // Measures again; whether any size changed.
-    bool Remeasure();
+    // Whether its size or size policy changed.
+    bool MeasureItem(const Item& item) const;
+    // Measures when the sizes may have changed unheard of (or `again`); whether any did.
+    bool MeasureItems(bool again = false) const;
     int ItemsWidth() const;
     void Relayout();
     // Moves the items from `from` on into the overflow menu, and those before it back.
     void SetOverflowFrom(int from);
     void MoveToMenu(Item& item, QAction* before);
     void MoveToBar(Item& item);
+    // Stops watching its widget; a QWidgetAction's goes back to its action.
+    void LetGoOfWidget(Item& item);
     QAction* EntryFor(Item& item);
     void SyncProxy(const Item& item);
     void SyncProxies();
@@ -194,9 +200,7 @@ private:
     // The button being added by AddButton, taken up by actionEvent.
     ToolBarButton* m_adopting = nullptr;
 
-    QString m_imagePath;
-    QPixmap m_image;
-    QMargins m_borders;
+    std::unique_ptr<ToolBarPicture> m_picture;
     int m_spacing = -1;
     QSize m_iconSize;
     Qt::ToolButtonStyle m_toolButtonStyle = Qt::ToolButtonIconOnly;

@@ -1,11 +1,9 @@
 #include <qt_halvo/widgets/navigation/tool_bar_button.h>
 
 #include <qt_halvo/styles/stylesheet_pseudo_states_helper.h>
-#include <qt_halvo/utilities/border_pixmap_painter.h>
 #include <qt_halvo/utilities/logging_p.h>
 #include <qt_halvo/widgets/navigation/tool_bar_picture_p.h>
 
-#include <QtGui/QPainter>
 #include <QtWidgets/QStyleOptionToolButton>
 #include <QtWidgets/QStylePainter>
 
@@ -21,9 +19,7 @@ constexpr int kBands = 3;
 
 ToolBarButton::ToolBarButton(QWidget* parent)
     : QToolButton(parent)
-    , m_imagePath(QLatin1String(kDefaultImage))
-    , m_image(LoadToolBarPicture(m_imagePath, "ToolBarButton"))
-    , m_borders(kDefaultBorder, kDefaultBorder, kDefaultBorder, kDefaultBorder)
+    , m_picture(std::make_unique<ToolBarPicture>("ToolBarButton", QLatin1String(kDefaultImage), kDefaultBorder))
 {
     setAutoRaise(true);
     // Buttons of a row share its height, so their backgrounds line up.
@@ -46,34 +42,29 @@ ToolBarButton::~ToolBarButton() = default;
 
 QString ToolBarButton::GetBackgroundImage() const
 {
-    return m_imagePath;
+    return m_picture->Path();
 }
 
 void ToolBarButton::SetBackgroundImage(const QString& path)
 {
-    if (path == m_imagePath)
-        return;
-    m_imagePath = path;
-    m_image = LoadToolBarPicture(path, "ToolBarButton");
-    update();
+    if (m_picture->SetPath(path))
+        update();
 }
 
 QMargins ToolBarButton::GetBackgroundBorders() const
 {
-    return m_borders;
+    return m_picture->Borders();
 }
 
 void ToolBarButton::SetBackgroundBorders(const QMargins& borders)
 {
-    if (borders == m_borders || !AreToolBarBordersValid(borders, "ToolBarButton"))
-        return;
-    m_borders = borders;
-    update();
+    if (m_picture->SetBorders(borders))
+        update();
 }
 
 int ToolBarButton::GetBackgroundBorder() const
 {
-    return m_borders.left();
+    return m_picture->Borders().left();
 }
 
 void ToolBarButton::SetBackgroundBorder(int border)
@@ -110,11 +101,7 @@ void ToolBarButton::paintEvent(QPaintEvent* event)
         return;
     }
     QStylePainter painter(this);
-    if (!m_image.isNull()) {
-        const int bandHeight = m_image.height() / kBands;
-        const QRect band(0, static_cast<int>(CurrentBand()) * bandHeight, m_image.width(), bandHeight);
-        DrawBorderPixmap(&painter, rect(), m_image, band, m_borders);
-    }
+    m_picture->Draw(&painter, rect(), static_cast<int>(CurrentBand()), kBands);
 
     QStyleOptionToolButton option;
     initStyleOption(&option);

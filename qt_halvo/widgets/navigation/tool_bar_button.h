@@ -3,10 +3,13 @@
 #include <qt_halvo/qt_halvo_global.h>
 
 #include <QtCore/QMargins>
-#include <QtGui/QPixmap>
 #include <QtWidgets/QToolButton>
 
+#include <memory>
+
 namespace OrvantaQT {
+
+class ToolBarPicture;
 
 // A button of a ToolBar: an icon, a text, checkable, with a menu or a popup, as any
 // QToolButton (setDefaultAction, setMenu, setPopupMode...).
@@ -61,9 +64,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QString m_imagePath;
-    QPixmap m_image;
-    QMargins m_borders;
+    std::unique_ptr<ToolBarPicture> m_picture;
     bool m_menuIndicatorVisible = true;
 };
 

@@ -1,8 +1,7 @@
 #include <qt_halvo/widgets/navigation/two_buttons.h>
 
-#include <qt_halvo/utilities/border_pixmap_painter.h>
 #include <qt_halvo/utilities/child_names_p.h>
-#include <qt_halvo/utilities/logging_p.h>
+#include <qt_halvo/widgets/navigation/tool_bar_picture_p.h>
 
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
@@ -15,17 +14,9 @@ namespace OrvantaQT {
 
 namespace {
 
-// The picture: three bands of kBand stacked (normal, hovered, pressed), cut with kBorder.
-const QSize kBand(48, 28);
+// The picture's bands, stacked from the top.
+enum Band { kNormalBand, kHoveredBand, kPressedBand, kBands };
 constexpr int kBorder = 6;
-constexpr int kNormalBand = 0;
-constexpr int kHoveredBand = 1;
-constexpr int kPressedBand = 2;
-
-QRect Band(int index)
-{
-    return QRect(QPoint(0, index * kBand.height()), kBand);
-}
 
 // A button whose bevel is the pair's: it paints its label and its focus only.
 class HalfButton : public QPushButton
@@ -36,7 +27,6 @@ public:
     {
         // Enter belongs to the pair (accept), even inside a dialog.
         setAutoDefault(false);
-        setDefault(false);
         // The picture is light whatever the desktop's colours.
         QPalette colours = palette();
         colours.setColor(QPalette::ButtonText, QColor(0x20, 0x20, 0x20));
@@ -61,14 +51,22 @@ protected:
     }
 };
 
-bool IsEnter(const QKeyEvent* event)
-{
-    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-}
+// Enter (or Return) accepts and Escape rejects, without modifiers.
+enum class PairKey { None, Accept, Reject };
 
-bool IsPlainKey(const QKeyEvent* event)
+PairKey KeyOf(const QKeyEvent* event)
 {
-    return (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if ((event->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
+        return PairKey::None;
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return PairKey::Accept;
+    case Qt::Key_Escape:
+        return PairKey::Reject;
+    default:
+        return PairKey::None;
+    }
 }
 
 } // namespace
@@ -77,23 +75,22 @@ TwoButtons::TwoButtons(QWidget* parent)
     : QWidget(parent)
     , m_accept(NameChild(new HalfButton(this), "TwoButtons", "AcceptButton"))
     , m_reject(NameChild(new HalfButton(this), "TwoButtons", "RejectButton"))
-    , m_bands(QStringLiteral(":/two_buttons.png"))
+    , m_picture(std::make_unique<ToolBarPicture>("TwoButtons", QStringLiteral(":/two_buttons.png"), kBorder))
 {
-    if (m_bands.isNull())
-        QTH_LOG_WARNING("TwoButtons: the picture :/two_buttons.png is missing; the pair has no background");
-    else // the divider takes the colour of the picture's edge
-        m_divider = m_bands.toImage().pixelColor(0, kBand.height() / 2);
+    // The divider takes the colour of the picture's edge.
+    const QPixmap& picture = m_picture->Pixmap();
+    if (!picture.isNull())
+        m_divider = picture.toImage().pixelColor(0, picture.height() / kBands / 2);
     setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     for (QPushButton* button : {m_accept, m_reject}) {
         button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+        // Clear, a half repaints the pair beneath it as it is pressed and released.
         button->installEventFilter(this);
-        connect(button, &QPushButton::pressed, this, qOverload<>(&QWidget::update));
-        connect(button, &QPushButton::released, this, qOverload<>(&QWidget::update));
     }
     connect(m_accept, &QPushButton::clicked, this, &TwoButtons::Accept);
     connect(m_reject, &QPushButton::clicked, this, &TwoButtons::Reject);
     UpdateTexts();
-    PlaceButtons();
+    UpdateOrder();
 }
 
 TwoButtons::~TwoButtons() = default;
@@ -182,13 +179,11 @@ bool TwoButtons::eventFilter(QObject* watched, QEvent* event)
         case QEvent::Leave:
             update();
             break;
-        case QEvent::ShortcutOverride: {
+        case QEvent::ShortcutOverride:
             // The pair's keys before the window's shortcuts, as a dialog's buttons have them.
-            auto* key = static_cast<QKeyEvent*>(event);
-            if (IsPlainKey(key) && (IsEnter(key) || key->key() == Qt::Key_Escape))
-                key->accept();
+            if (KeyOf(static_cast<QKeyEvent*>(event)) != PairKey::None)
+                event->accept();
             break;
-        }
         default:
             break;
         }
@@ -200,6 +195,8 @@ void TwoButtons::changeEvent(QEvent* event)
 {
     switch (event->type()) {
     case QEvent::StyleChange:
+        UpdateOrder();
+        break;
     case QEvent::LayoutDirectionChange:
         PlaceButtons();
         break;
@@ -215,34 +212,35 @@ void TwoButtons::changeEvent(QEvent* event)
 void TwoButtons::keyPressEvent(QKeyEvent* event)
 {
     // Keys come here from the focused button, which leaves Enter and Escape alone.
-    if (IsPlainKey(event) && IsEnter(event)) {
+    switch (KeyOf(event)) {
+    case PairKey::Accept:
         Accept();
-        return;
-    }
-    if (IsPlainKey(event) && event->key() == Qt::Key_Escape) {
+        break;
+    case PairKey::Reject:
         Reject();
-        return;
+        break;
+    case PairKey::None:
+        QWidget::keyPressEvent(event);
+        break;
     }
-    QWidget::keyPressEvent(event);
 }
 
 void TwoButtons::paintEvent(QPaintEvent*)
 {
-    if (m_bands.isNull())
+    if (m_picture->Pixmap().isNull())
         return;
     if (m_background.isNull() || m_background.devicePixelRatioF() != devicePixelRatioF())
         RebuildBackground();
     QPainter painter(this);
     painter.drawPixmap(0, 0, m_background);
     for (QPushButton* button : {m_accept, m_reject}) {
-        const int band = button->isDown() ? kPressedBand : button->underMouse() ? kHoveredBand : -1;
-        if (band < 0 || !button->isEnabled())
+        if (!button->isEnabled() || !(button->isDown() || button->underMouse()))
             continue;
         // The whole pair's shape in that band, kept to the button's half: its outer
         // corners round, the inner edge straight against the other half.
         painter.save();
         painter.setClipRect(button->geometry());
-        DrawBorderPixmap(&painter, rect(), m_bands, Band(band), QMargins(kBorder, kBorder, kBorder, kBorder));
+        m_picture->Draw(&painter, rect(), button->isDown() ? kPressedBand : kHoveredBand, kBands);
         painter.restore();
     }
     painter.fillRect(QRect(qMax(m_accept->x(), m_reject->x()), 0, 1, height()), m_divider);
@@ -262,25 +260,26 @@ void TwoButtons::UpdateTexts()
     updateGeometry();
 }
 
-void TwoButtons::PlaceButtons()
+void TwoButtons::UpdateOrder()
 {
     const auto layout = static_cast<QDialogButtonBox::ButtonLayout>(
         style()->styleHint(QStyle::SH_DialogButtonLayout, nullptr, this));
     // Where QDialogButtonBox puts AcceptRole and RejectRole: accept before reject for
     // Windows and KDE, after it for macOS, GNOME and Android.
-    const bool acceptFirst = layout == QDialogButtonBox::WinLayout || layout == QDialogButtonBox::KdeLayout;
-    QPushButton* first = acceptFirst ? m_accept : m_reject;
-    QPushButton* second = acceptFirst ? m_reject : m_accept;
+    m_acceptFirst = layout == QDialogButtonBox::WinLayout || layout == QDialogButtonBox::KdeLayout;
+    QPushButton* first = m_acceptFirst ? m_accept : m_reject;
+    setTabOrder(first, m_acceptFirst ? m_reject : m_accept);
+    setFocusProxy(first);
+    PlaceButtons();
+}
+
+void TwoButtons::PlaceButtons()
+{
     const int half = width() / 2;
-    first->setGeometry(QStyle::visualRect(layoutDirection(), rect(), QRect(0, 0, half, height())));
-    second->setGeometry(QStyle::visualRect(layoutDirection(), rect(), QRect(half, 0, width() - half, height())));
-    if (acceptFirst != m_acceptFirst) {
-        m_acceptFirst = acceptFirst;
-        setTabOrder(first, second);
-        setFocusProxy(first);
-    } else if (!focusProxy()) {
-        setFocusProxy(first);
-    }
+    const QRect firstHalf(0, 0, half, height());
+    const QRect secondHalf(half, 0, width() - half, height());
+    m_accept->setGeometry(QStyle::visualRect(layoutDirection(), rect(), m_acceptFirst ? firstHalf : secondHalf));
+    m_reject->setGeometry(QStyle::visualRect(layoutDirection(), rect(), m_acceptFirst ? secondHalf : firstHalf));
     update();
 }
 
@@ -291,7 +290,7 @@ void TwoButtons::RebuildBackground()
     m_background.setDevicePixelRatio(ratio);
     m_background.fill(Qt::transparent);
     QPainter painter(&m_background);
-    DrawBorderPixmap(&painter, rect(), m_bands, Band(kNormalBand), QMargins(kBorder, kBorder, kBorder, kBorder));
+    m_picture->Draw(&painter, rect(), kNormalBand, kBands);
 }
 
 } // namespace OrvantaQT

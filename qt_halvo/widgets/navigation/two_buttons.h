@@ -6,9 +6,13 @@
 #include <QtGui/QPixmap>
 #include <QtWidgets/QWidget>
 
+#include <memory>
+
 class QPushButton;
 
 namespace OrvantaQT {
+
+class ToolBarPicture;
 
 // An accept and a reject button joined into one pair, in the order the style's dialogs use
 // (QStyle::SH_DialogButtonLayout, as QDialogButtonBox places AcceptRole and RejectRole):
@@ -65,6 +69,8 @@ protected:
 
 private:
     void UpdateTexts();
+    // The buttons in the style's order, then placed.
+    void UpdateOrder();
     void PlaceButtons();
     void RebuildBackground();
 
@@ -72,8 +78,8 @@ private:
     QPushButton* m_reject;
     QString m_acceptText; // empty for the default
     QString m_rejectText;
-    bool m_acceptFirst = true;
-    QPixmap m_bands;
+    bool m_acceptFirst = true; // in reading order
+    std::unique_ptr<ToolBarPicture> m_picture;
     QColor m_divider;
     // The normal band stretched over the whole pair at its size.
     QPixmap m_background;

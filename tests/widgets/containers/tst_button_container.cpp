@@ -86,8 +86,7 @@ private Q_SLOTS:
             QVERIFY(row.metaObject()->property(row.metaObject()->indexOfProperty("spacing")).reset(&row));
         QCOMPARE(row.GetSpacing(), set);
         row.resize(row.sizeHint());
-        row.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&row));
+        QVERIFY(TestSupport::ShowAndWait(&row));
         const QVector<QWidget*> buttons = row.Buttons();
         QCOMPARE(buttons[1]->x() - buttons[0]->geometry().right() - 1, gap);
         QCOMPARE(buttons[2]->x() - buttons[1]->geometry().right() - 1, gap);
@@ -110,7 +109,6 @@ private Q_SLOTS:
     {
         QFETCH(QString, path);
         QFETCH(QString, seen);
-        QCursor::setPos(0, 0);
         QWidget window;
         window.setGeometry(200, 200, 300, 120);
         auto* row = new ButtonContainer(&window);
@@ -123,13 +121,13 @@ private Q_SLOTS:
         for (const QString& place : path.split(QLatin1Char(' '))) {
             QWidget* target = place == QLatin1String("out") ? &window : row->findChild<QWidget*>(place);
             target = target ? target : row;
-            QCursor::setPos(target->mapToGlobal(QPoint(5, 5)));
-            QTRY_COMPARE(row->underMouse(), target != &window);
+            TestSupport::PointerTo(target, QPoint(5, 5));
+            QCOMPARE(row->underMouse(), target != &window);
             const int moves = log.moves;
-            QCursor::setPos(target->mapToGlobal(QPoint(8, 8)));
-            QTRY_COMPARE(log.moves > moves, target == row);
+            TestSupport::PointerTo(target, QPoint(8, 8));
+            QCOMPARE(log.moves > moves, target == row);
         }
-        QTRY_COMPARE(log.lines.join(QLatin1Char(' ')), seen);
+        QCOMPARE(log.lines.join(QLatin1Char(' ')), seen);
     }
 
     // One warning each, and the row as it was.

@@ -81,6 +81,8 @@ private Q_SLOTS:
         pair->setStyle(&other);
         QCOMPARE(accept->x() < reject->x(), !acceptLeft);
         QCOMPARE(pair->focusProxy(), acceptFirst ? reject : accept);
+        window.setLayoutDirection(direction == Qt::LeftToRight ? Qt::RightToLeft : Qt::LeftToRight);
+        QCOMPARE(accept->x() < reject->x(), acceptLeft);
     }
 
     void keys_data()
@@ -145,7 +147,6 @@ private Q_SLOTS:
     {
         QFETCH(QString, state);
         QFETCH(int, band);
-        QCursor::setPos(0, 0);
         LayoutStyle style(QDialogButtonBox::KdeLayout);
         TwoButtons pair;
         pair.setStyle(&style);
@@ -155,12 +156,10 @@ private Q_SLOTS:
         pair.setPalette(dark);
         QVERIFY(TestSupport::ShowAndWait(&pair));
         QPushButton* accept = pair.AcceptButton();
-        if (state.contains(QLatin1String("hovered"))) {
-            QCursor::setPos(accept->mapToGlobal(QPoint(30, 4)));
-            QTRY_VERIFY(accept->underMouse());
-        }
+        if (state.contains(QLatin1String("hovered")))
+            TestSupport::PointerTo(accept, QPoint(30, 4));
         if (state.contains(QLatin1String("pressed")))
-            QTest::mousePress(accept, Qt::LeftButton, Qt::NoModifier, QPoint(30, 4));
+            QVERIFY(TestSupport::Repaints(&pair, [&] { QTest::mousePress(accept, Qt::LeftButton, Qt::NoModifier, QPoint(30, 4)); }));
         // Corner, left edge, middle and last column of the accept half (above the text),
         // the divider, middle of the reject half, right edge.
         QCOMPARE(TestSupport::Pixels(TestSupport::Render(&pair), {{0, 0}, {0, 14}, {50, 3}, {98, 3}, {100, 14}, {150, 3}, {199, 14}}),
@@ -193,6 +192,21 @@ private Q_SLOTS:
         pair.SetAcceptText(QStringLiteral("Save all the changes"));
         QCOMPARE(pair.AcceptButton()->text(), QStringLiteral("Save all the changes"));
         QCOMPARE(pair.sizeHint(), QSize(2 * pair.AcceptButton()->sizeHint().width(), pair.AcceptButton()->sizeHint().height()));
+        // A new language brings its default texts, and leaves a text set alone.
+        struct : QTranslator
+        {
+            bool isEmpty() const override { return false; }
+            QString translate(const char* context, const char* text, const char*, int) const override
+            {
+                return QLatin1String(context) == QLatin1String("OrvantaQT::TwoButtons") ? QStringLiteral("<%1>").arg(QLatin1String(text)) : QString();
+            }
+        } brackets;
+        QVERIFY(QCoreApplication::installTranslator(&brackets));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LanguageChange);
+        QCOMPARE(pair.GetAcceptText() + ' ' + pair.GetRejectText(), QStringLiteral("Save all the changes <Cancel>"));
+        pair.ResetAcceptText();
+        QCOMPARE(pair.GetAcceptText(), QStringLiteral("<OK>"));
+        QCoreApplication::removeTranslator(&brackets);
     }
 };
 

@@ -33,10 +33,7 @@ TabBar::TabBar(QWidget* parent)
     m_slide->setEndValue(0.0);
     m_slide->setEasingCurve(QEasingCurve::OutCubic);
     m_slide->setDuration(m_duration);
-    connect(m_slide, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
-        m_progress = value.toReal();
-        UpdateSelector();
-    });
+    connect(m_slide, &QVariantAnimation::valueChanged, this, &TabBar::UpdateSelector);
     connect(this, &QTabBar::currentChanged, this, &TabBar::OnCurrentChanged);
     connect(this, &QTabBar::tabMoved, this, &TabBar::OnTabMoved);
 }
@@ -308,19 +305,10 @@ void TabBar::hideEvent(QHideEvent* event)
 
 void TabBar::changeEvent(QEvent* event)
 {
+    // QWidget repaints on style and palette changes.
     QTabBar::changeEvent(event);
-    switch (event->type()) {
-    case QEvent::StyleChange:
-        if (EffectiveDuration() == 0)
-            StopSlide();
-        update();
-        break;
-    case QEvent::PaletteChange:
-        update();
-        break;
-    default:
-        break;
-    }
+    if (event->type() == QEvent::StyleChange && EffectiveDuration() == 0)
+        StopSlide();
 }
 
 void TabBar::tabInserted(int index)
@@ -334,20 +322,17 @@ void TabBar::tabRemoved(int index)
     QTabBar::tabRemoved(index);
     // QTabBar reports the current tab as changed when a tab before it goes; it is the same
     // tab, which the selector follows without a slide.
-    if (m_lastChange.count == count() && m_lastChange.from > index && m_lastChange.to == m_lastChange.from - 1)
+    if (m_lastChange.count == count() && m_lastChange.from > index)
         m_slidePending = m_lastChange.wasPending;
     m_lastChange = Change();
     m_shownIndex = currentIndex();
-    if (m_pressed) {
-        m_pressed = false;
-        m_dragging = false;
-    }
-    update();
+    m_pressed = false;
+    m_dragging = false;
 }
 
 void TabBar::OnCurrentChanged(int index)
 {
-    m_lastChange = Change{m_shownIndex, index, count(), m_slidePending};
+    m_lastChange = Change{m_shownIndex, count(), m_slidePending};
     m_shownIndex = index;
     // Without tabs the bar may not be painted again; the next selector starts afresh.
     if (index < 0)
@@ -381,15 +366,11 @@ void TabBar::StartPendingSlide() const
         return;
     m_slidePending = false;
     const QRectF target = SelectorOn(AnchorRect());
-    if (target.isEmpty() || m_from.isEmpty()) {
-        m_slide->stop();
-        m_progress = 0;
+    m_slide->stop();
+    if (target.isEmpty() || m_from.isEmpty())
         return;
-    }
     m_delta = QMarginsF(m_from.left() - target.left(), m_from.top() - target.top(), m_from.right() - target.right(),
                         m_from.bottom() - target.bottom());
-    m_progress = 1;
-    m_slide->stop();
     m_slide->setDuration(EffectiveDuration());
     m_slide->start();
 }
@@ -398,17 +379,17 @@ void TabBar::StopSlide()
 {
     m_slidePending = false;
     m_slide->stop();
-    m_progress = 0;
-    m_delta = QMarginsF();
 }
 
 QRectF TabBar::CurrentSelector() const
 {
     StartPendingSlide();
     const QRectF target = SelectorOn(AnchorRect());
-    if (target.isEmpty() || m_progress <= 0)
+    // A stopped slide rests at 0; a paused one stays where it is.
+    const qreal progress = m_slide->state() == QAbstractAnimation::Stopped ? 0 : m_slide->currentValue().toReal();
+    if (target.isEmpty() || progress <= 0)
         return target;
-    return Moved(target, m_delta, m_progress);
+    return Moved(target, m_delta, progress);
 }
 
 QRectF TabBar::SelectorOn(const QRectF& tab) const

@@ -223,10 +223,9 @@ void TabBar::wheelEvent(QWheelEvent* event)
 {
     const QPoint angle = event->angleDelta();
     const int delta = qAbs(angle.x()) > qAbs(angle.y()) ? angle.x() : angle.y();
-    if (delta == 0) {
-        event->ignore();
+    // Without a turn the event stays ignored, as QWidget hands it over, for the parent.
+    if (delta == 0)
         return;
-    }
     // A turn the other way starts afresh.
     if ((m_wheelRest > 0 && delta < 0) || (m_wheelRest < 0 && delta > 0))
         m_wheelRest = 0;

@@ -123,34 +123,39 @@ private Q_SLOTS:
         QTest::addColumn<int>("barShape");
         QTest::addColumn<int>("selector");
         QTest::addColumn<QString>("current"); // the title of the tab it ends on
+        QTest::addColumn<bool>("slides");     // after the change
         // Made at rest (selected before show) or during a slide to "Four".
-        const std::pair<const char*, const char*> changes[] = {
-            {"selected before show", "Four"}, {"selected before show, removed before", "Four"},
-            {"selected before show, inserted before", "Four"},
-            {"resize", "Four"},               {"font", "Four"},            {"icon before", "Four"},
-            {"inserted before", "Four"},      {"inserted after", "Four"},  {"removed before", "Four"},
-            {"removed target", "Five"},       {"two quick changes", "Two"}, {"changed back mid-slide", "One"},
-            {"moved target", "Four"},         {"moved over target", "Four"}, {"closed target", "Five"},
-            {"closed before", "Four"},
+        const std::tuple<const char*, const char*, bool> changes[] = {
+            {"selected before show", "Four", false},
+            {"selected before show, removed before", "Four", false},
+            {"selected before show, inserted before", "Four", false},
+            {"selected before show, removed target", "Five", true},
+            {"resize", "Four", true},          {"font", "Four", true},          {"icon before", "Four", true},
+            {"inserted before", "Four", true}, {"inserted after", "Four", true}, {"removed before", "Four", true},
+            {"removed target", "Five", true},  {"two quick changes", "Two", true},
+            {"changed back mid-slide", "One", true},
+            {"moved target", "Four", true},    {"moved over target", "Four", true},
+            {"closed target", "Five", true},   {"closed before", "Four", true},
         };
-        for (const auto& change : changes) {
-            QTest::addRow("underline, %s", change.first)
-                << change.first << int(QTabBar::RoundedNorth) << int(TabBar::Underline) << change.second;
-            QTest::addRow("pill on the west, %s", change.first)
-                << change.first << int(QTabBar::RoundedWest) << int(TabBar::Pill) << change.second;
+        for (const auto& [change, current, slides] : changes) {
+            QTest::addRow("underline, %s", change)
+                << change << int(QTabBar::RoundedNorth) << int(TabBar::Underline) << current << slides;
+            QTest::addRow("pill on the west, %s", change)
+                << change << int(QTabBar::RoundedWest) << int(TabBar::Pill) << current << slides;
         }
-        QTest::newRow("underline on the south") << "" << int(QTabBar::RoundedSouth) << int(TabBar::Underline) << "Four";
-        QTest::newRow("underline on the east") << "" << int(QTabBar::RoundedEast) << int(TabBar::Underline) << "Four";
+        QTest::newRow("underline on the south") << "" << int(QTabBar::RoundedSouth) << int(TabBar::Underline) << "Four" << true;
+        QTest::newRow("underline on the east") << "" << int(QTabBar::RoundedEast) << int(TabBar::Underline) << "Four" << true;
     }
     // Whatever happens to the tabs during a slide, the slide goes on and the selector ends
     // exactly on the current tab, as the shape places it; at rest, it goes with its tab at
-    // once when a tab before it comes or goes.
+    // once when a tab before it comes or goes, and slides when its own tab goes.
     void restsOnTheCurrentTab()
     {
         QFETCH(QString, change);
         QFETCH(int, barShape);
         QFETCH(int, selector);
         QFETCH(QString, current);
+        QFETCH(bool, slides);
         Host host{QTabBar::Shape(barShape), TabBar::Shape(selector)};
         TabBar& bar = *host.bar;
         // The pill shows through transparent tabs.
@@ -204,7 +209,7 @@ private Q_SLOTS:
             QVERIFY(close);
             QTest::mouseClick(close, Qt::LeftButton);
         }
-        QCOMPARE(bar.IsSelectorMoving(), !atRest);
+        QCOMPARE(bar.IsSelectorMoving(), slides);
         QVERIFY(host.Rests());
         QCOMPARE(bar.tabText(bar.currentIndex()), current);
         QCOMPARE(bar.SelectorRect(), Resting(bar));
@@ -323,6 +328,7 @@ private Q_SLOTS:
         QTest::newRow("touchpad, back and forth") << int(QTabBar::RoundedNorth) << -1 << "80 -80 -20" << 2;
         QTest::newRow("wheel over a disabled tab") << int(QTabBar::RoundedNorth) << 3 << "-120" << 4;
         QTest::newRow("wheel past the end") << int(QTabBar::RoundedNorth) << -1 << "-360" << 4;
+        QTest::newRow("wheel without a turn") << int(QTabBar::RoundedNorth) << -1 << "0" << 2;
     }
     void keyboardAndWheel()
     {
@@ -349,7 +355,8 @@ private Q_SLOTS:
                 QWheelEvent wheel(at, bar.mapToGlobal(at), QPoint(), QPoint(0, step.toInt()), Qt::NoButton,
                                   Qt::NoModifier, Qt::NoScrollPhase, false);
                 QApplication::sendEvent(&bar, &wheel);
-                QVERIFY2(wheel.isAccepted(), "the wheel stays in the bar");
+                // A turn stays in the bar; none is the parent's.
+                QCOMPARE(wheel.isAccepted(), step != "0");
             }
         }
         QCOMPARE(bar.currentIndex(), current);
@@ -554,12 +561,16 @@ private Q_SLOTS:
         QTest::newRow("tab hidden") << "hide tab";
         QTest::newRow("shape changed") << "shape";
         QTest::newRow("bar hidden") << "hide bar";
+        QTest::newRow("style without animations") << "still style";
+        QTest::newRow("another style") << "other style";
     }
     // Whatever happens during a slide, it stops or goes on cleanly, and the selector ends on
     // the current tab.
     void midSlide()
     {
         QFETCH(QString, how);
+        TestSupport::StillStyle still;
+        QProxyStyle other(QStringLiteral("Fusion"));
         Host host;
         QPointer<TabBar> bar = host.bar;
         QVERIFY(host.Show());
@@ -590,6 +601,9 @@ private Q_SLOTS:
             QVERIFY(!bar->IsSelectorMoving());
         } else if (how == "hide tab") {
             bar->setTabVisible(4, false);
+        } else if (how.endsWith("style")) {
+            bar->setStyle(how == "still style" ? &still : &other);
+            QCOMPARE(bar->IsSelectorMoving(), how == "other style");
         }
         QVERIFY(host.Rests());
         QCOMPARE(bar->SelectorRect(), Resting(*bar));

@@ -44,8 +44,7 @@ struct Host
     // No slide runs and the stack shows the bar's current page.
     bool InStep() const
     {
-        return !Slide() && pages.GetStack()->currentWidget() == pages.GetCurrentPage()
-            && pages.GetCurrentIndex() == pages.GetTabBar()->currentIndex();
+        return !Slide() && pages.GetStack()->currentWidget() == pages.GetCurrentPage();
     }
     // The slide ended, as its clock would end it, and what follows it run.
     void EndSlide() const

@@ -178,14 +178,12 @@ void TabPages::AfterSlide()
     FollowBar();
     if (IsSliding())
         return;
-    // What is in the stack and no page any more was removed during the slide.
+    // What is in the stack and no page any more was removed during the slide; the page
+    // shown is the current one (or there is none), which stays.
     for (int i = m_stack->count() - 1; i >= 0; --i) {
         if (!m_pages.contains(m_stack->widget(i)))
             m_stack->removeWidget(m_stack->widget(i));
     }
-    // A page that went while it showed leaves the current one in its place at once.
-    if (QWidget* page = GetCurrentPage())
-        m_stack->setCurrentWidget(page);
 }
 
 void TabPages::OnPageDestroyed(QObject* object)

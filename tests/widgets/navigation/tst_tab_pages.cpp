@@ -181,6 +181,7 @@ private Q_SLOTS:
         // The stack follows the tabs' order: the last page moved first is before them all.
         QTest::newRow("moved tab") << "index 1 move 3 0 index 0" << 1 << "yellow";
         QTest::newRow("moved current tab") << "index 1 move 1 3 index 2" << 1 << "yellow";
+        QTest::newRow("moved tab after the current") << "move 3 1 index 2" << 0 << "lime";
     }
     // A page slides in from the side of its tab, as the stack slides for an index after or
     // before its current one, and ends shown.

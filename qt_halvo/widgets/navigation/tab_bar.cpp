@@ -285,12 +285,12 @@ void TabBar::mouseReleaseEvent(QMouseEvent* event)
     m_dragging = false;
     if (!dragged)
         return;
-    // The tab settles into its place; the selector goes with it from where it was let go.
+    // The tab settles into its place, which QTabBar paints; the selector goes with it from
+    // where it was let go.
     if (EffectiveDuration() > 0 && !dropped.isEmpty()) {
         m_from = dropped;
         m_slidePending = true;
     }
-    update();
 }
 
 void TabBar::hideEvent(QHideEvent* event)
@@ -329,6 +329,7 @@ void TabBar::tabRemoved(int index)
     m_dragging = false;
 }
 
+// QTabBar repaints as its current tab changes, which places the selector.
 void TabBar::OnCurrentChanged(int index)
 {
     m_lastChange = Change{m_shownIndex, count(), m_slidePending};
@@ -337,26 +338,22 @@ void TabBar::OnCurrentChanged(int index)
     if (index < 0)
         m_painted = QRectF();
     // QTabBar moves the dragged tab past the others as it goes; the selector stays on it.
-    if (m_dragging && index >= 0) {
-        update();
+    if (m_dragging && index >= 0)
         return;
-    }
     if (!isVisible() || m_painted.isEmpty() || index < 0 || EffectiveDuration() == 0) {
         StopSlide();
-        update();
         return;
     }
     // The tabs may not be laid out yet (a tab is being removed): the slide starts from
     // where the selector was drawn when the selector is next placed.
     m_from = m_painted;
     m_slidePending = true;
-    update();
 }
 
 void TabBar::OnTabMoved(int, int)
 {
+    // QTabBar has repainted; a change of the current tab may follow.
     m_shownIndex = currentIndex();
-    update();
 }
 
 void TabBar::StartPendingSlide() const

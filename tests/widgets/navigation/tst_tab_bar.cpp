@@ -130,6 +130,7 @@ private Q_SLOTS:
             {"selected before show, removed before", "Four", false},
             {"selected before show, inserted before", "Four", false},
             {"selected before show, removed target", "Five", true},
+            {"selected before show, inserted then removed before", "Four", false},
             {"resize", "Four", true},          {"font", "Four", true},          {"icon before", "Four", true},
             {"inserted before", "Four", true}, {"inserted after", "Four", true}, {"removed before", "Four", true},
             {"removed target", "Five", true},  {"two quick changes", "Two", true},
@@ -198,6 +199,7 @@ private Q_SLOTS:
             {"inserted before", [&] { bar.insertTab(0, QStringLiteral("Zero, much longer")); }},
             {"inserted after", [&] { bar.addTab(QStringLiteral("Six")); }},
             {"removed before", [&] { bar.removeTab(1); }},
+            {"inserted then removed before", [&] { bar.insertTab(0, QStringLiteral("Zero")), bar.removeTab(3); }},
             {"removed target", [&] { bar.removeTab(3); }},
             {"moved target", [&] { bar.moveTab(3, 0); }},
             {"moved over target", [&] { bar.moveTab(4, 0); }},
@@ -482,6 +484,13 @@ private Q_SLOTS:
         QCOMPARE(bar.SelectorRect(), Resting(bar));
         Send(&bar, QEvent::MouseButtonRelease, host.TabCentre(3) + QPoint(40, 0), Qt::NoButton);
         QCOMPARE(Titles(bar), "One Three Four Two Five");
+        // Nor a press from before a tab went.
+        Send(&bar, QEvent::MouseButtonPress, host.TabCentre(3), Qt::LeftButton);
+        bar.removeTab(4);
+        Send(&bar, QEvent::MouseMove, host.TabCentre(3) - QPoint(40, 0), Qt::LeftButton);
+        QCOMPARE(bar.SelectorRect(), Resting(bar));
+        Send(&bar, QEvent::MouseButtonRelease, host.TabCentre(3) - QPoint(40, 0), Qt::NoButton);
+        QCOMPARE(Titles(bar), "One Three Four Two");
         // A press on another tab is no drag of the current one.
         Send(&bar, QEvent::MouseButtonPress, host.TabCentre(0), Qt::LeftButton);
         Send(&bar, QEvent::MouseMove, host.TabCentre(0) + QPoint(2, 0), Qt::LeftButton);

@@ -126,17 +126,13 @@ private Q_SLOTS:
         QTest::addColumn<bool>("slides");     // after the change
         // Made at rest (selected before show) or during a slide to "Four".
         const std::tuple<const char*, const char*, bool> changes[] = {
-            {"selected before show", "Four", false},
-            {"selected before show, removed before", "Four", false},
-            {"selected before show, inserted before", "Four", false},
-            {"selected before show, removed target", "Five", true},
-            {"selected before show, inserted then removed before", "Four", false},
-            {"resize", "Four", true},          {"font", "Four", true},          {"icon before", "Four", true},
-            {"inserted before", "Four", true}, {"inserted after", "Four", true}, {"removed before", "Four", true},
-            {"removed target", "Five", true},  {"two quick changes", "Two", true},
-            {"changed back mid-slide", "One", true},
-            {"moved target", "Four", true},    {"moved over target", "Four", true},
-            {"closed target", "Five", true},   {"closed before", "Four", true},
+            {"selected before show", "Four", false}, {"selected before show, removed before", "Four", false},
+            {"selected before show, inserted before", "Four", false}, {"selected before show, removed target", "Five", true},
+            {"selected before show, inserted then removed before", "Four", false}, {"resize", "Four", true},
+            {"font", "Four", true}, {"icon before", "Four", true}, {"inserted before", "Four", true},
+            {"inserted after", "Four", true}, {"removed before", "Four", true}, {"removed target", "Five", true},
+            {"two quick changes", "Two", true}, {"changed back mid-slide", "One", true}, {"moved target", "Four", true},
+            {"moved over target", "Four", true}, {"closed target", "Five", true}, {"closed before", "Four", true},
         };
         for (const auto& [change, current, slides] : changes) {
             QTest::addRow("underline, %s", change)

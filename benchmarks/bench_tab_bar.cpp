@@ -13,7 +13,6 @@ using OrvantaQT::TabBar;
 
 namespace {
 
-
 constexpr int kTabs = 20;
 
 // Flat tabs, through which the pill shows; the plain bar gets the same.
@@ -87,6 +86,8 @@ void BenchTabBar::frame()
         layout->addWidget(bar);
     }
     layout->addStretch();
+    selecting->SetSelectorShape(shape);
+    selecting->SetDuration(1000);
     window.resize(1240, 160);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -94,9 +95,7 @@ void BenchTabBar::frame()
     QVERIFY2(painted->tabRect(kTabs - 1).right() < painted->width(), "every tab shows");
     QCOMPARE(painted->size(), selecting->size());
 
-    selecting->SetSelectorShape(shape);
-    selecting->SetDuration(1000);
-    QTest::qWait(50); // painted at rest once: the slide starts from there
+    QCoreApplication::processEvents(); // painted at rest once: the slide starts from there
     selecting->setCurrentIndex(kTabs - 2);
     QVERIFY(selecting->IsSelectorMoving());
     // Held halfway, from the first tab to the one before the last.

@@ -180,4 +180,10 @@ int TimerEvents(QObject* object, int milliseconds)
     return counter.count;
 }
 
+QWidget* TabCloseButton(const QTabBar& bar, int index)
+{
+    QWidget* right = bar.tabButton(index, QTabBar::RightSide);
+    return right ? right : bar.tabButton(index, QTabBar::LeftSide);
+}
+
 } // namespace TestSupport

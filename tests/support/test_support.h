@@ -146,4 +146,7 @@ ChildResult RunSelf(const QStringList& arguments, const QStringList& environment
 // changed; empty when all of its rows passed, else what the child printed.
 QString RunTestFunctionInChild(const char* function, const QStringList& environment);
 
+// The close button of a closable tab, on whichever side the style puts it.
+QWidget* TabCloseButton(const QTabBar& bar, int index);
+
 } // namespace TestSupport

@@ -33,10 +33,7 @@ TabBar::TabBar(QWidget* parent)
     m_slide->setEndValue(0.0);
     m_slide->setEasingCurve(QEasingCurve::OutCubic);
     m_slide->setDuration(m_duration);
-    connect(m_slide, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
-        m_progress = value.toReal();
-        UpdateSelector();
-    });
+    connect(m_slide, &QVariantAnimation::valueChanged, this, &TabBar::UpdateSelector);
     connect(this, &QTabBar::currentChanged, this, &TabBar::OnCurrentChanged);
     connect(this, &QTabBar::tabMoved, this, &TabBar::OnTabMoved);
 }
@@ -226,10 +223,9 @@ void TabBar::wheelEvent(QWheelEvent* event)
 {
     const QPoint angle = event->angleDelta();
     const int delta = qAbs(angle.x()) > qAbs(angle.y()) ? angle.x() : angle.y();
-    if (delta == 0) {
-        event->ignore();
+    // Without a turn the event stays ignored, as QWidget hands it over, for the parent.
+    if (delta == 0)
         return;
-    }
     // A turn the other way starts afresh.
     if ((m_wheelRest > 0 && delta < 0) || (m_wheelRest < 0 && delta > 0))
         m_wheelRest = 0;
@@ -289,12 +285,12 @@ void TabBar::mouseReleaseEvent(QMouseEvent* event)
     m_dragging = false;
     if (!dragged)
         return;
-    // The tab settles into its place; the selector goes with it from where it was let go.
+    // The tab settles into its place, which QTabBar paints; the selector goes with it from
+    // where it was let go.
     if (EffectiveDuration() > 0 && !dropped.isEmpty()) {
         m_from = dropped;
         m_slidePending = true;
     }
-    update();
 }
 
 void TabBar::hideEvent(QHideEvent* event)
@@ -308,19 +304,10 @@ void TabBar::hideEvent(QHideEvent* event)
 
 void TabBar::changeEvent(QEvent* event)
 {
+    // QWidget repaints on style and palette changes.
     QTabBar::changeEvent(event);
-    switch (event->type()) {
-    case QEvent::StyleChange:
-        if (EffectiveDuration() == 0)
-            StopSlide();
-        update();
-        break;
-    case QEvent::PaletteChange:
-        update();
-        break;
-    default:
-        break;
-    }
+    if (event->type() == QEvent::StyleChange && EffectiveDuration() == 0)
+        StopSlide();
 }
 
 void TabBar::tabInserted(int index)
@@ -334,45 +321,39 @@ void TabBar::tabRemoved(int index)
     QTabBar::tabRemoved(index);
     // QTabBar reports the current tab as changed when a tab before it goes; it is the same
     // tab, which the selector follows without a slide.
-    if (m_lastChange.count == count() && m_lastChange.from > index && m_lastChange.to == m_lastChange.from - 1)
+    if (m_lastChange.count == count() && m_lastChange.from > index)
         m_slidePending = m_lastChange.wasPending;
     m_lastChange = Change();
     m_shownIndex = currentIndex();
-    if (m_pressed) {
-        m_pressed = false;
-        m_dragging = false;
-    }
-    update();
+    m_pressed = false;
+    m_dragging = false;
 }
 
+// QTabBar repaints as its current tab changes, which places the selector.
 void TabBar::OnCurrentChanged(int index)
 {
-    m_lastChange = Change{m_shownIndex, index, count(), m_slidePending};
+    m_lastChange = Change{m_shownIndex, count(), m_slidePending};
     m_shownIndex = index;
     // Without tabs the bar may not be painted again; the next selector starts afresh.
     if (index < 0)
         m_painted = QRectF();
     // QTabBar moves the dragged tab past the others as it goes; the selector stays on it.
-    if (m_dragging && index >= 0) {
-        update();
+    if (m_dragging && index >= 0)
         return;
-    }
     if (!isVisible() || m_painted.isEmpty() || index < 0 || EffectiveDuration() == 0) {
         StopSlide();
-        update();
         return;
     }
     // The tabs may not be laid out yet (a tab is being removed): the slide starts from
     // where the selector was drawn when the selector is next placed.
     m_from = m_painted;
     m_slidePending = true;
-    update();
 }
 
 void TabBar::OnTabMoved(int, int)
 {
+    // QTabBar has repainted; a change of the current tab may follow.
     m_shownIndex = currentIndex();
-    update();
 }
 
 void TabBar::StartPendingSlide() const
@@ -381,15 +362,11 @@ void TabBar::StartPendingSlide() const
         return;
     m_slidePending = false;
     const QRectF target = SelectorOn(AnchorRect());
-    if (target.isEmpty() || m_from.isEmpty()) {
-        m_slide->stop();
-        m_progress = 0;
+    m_slide->stop();
+    if (target.isEmpty() || m_from.isEmpty())
         return;
-    }
     m_delta = QMarginsF(m_from.left() - target.left(), m_from.top() - target.top(), m_from.right() - target.right(),
                         m_from.bottom() - target.bottom());
-    m_progress = 1;
-    m_slide->stop();
     m_slide->setDuration(EffectiveDuration());
     m_slide->start();
 }
@@ -398,17 +375,17 @@ void TabBar::StopSlide()
 {
     m_slidePending = false;
     m_slide->stop();
-    m_progress = 0;
-    m_delta = QMarginsF();
 }
 
 QRectF TabBar::CurrentSelector() const
 {
     StartPendingSlide();
     const QRectF target = SelectorOn(AnchorRect());
-    if (target.isEmpty() || m_progress <= 0)
+    // A stopped slide rests at 0; a paused one stays where it is.
+    const qreal progress = m_slide->state() == QAbstractAnimation::Stopped ? 0 : m_slide->currentValue().toReal();
+    if (target.isEmpty() || progress <= 0)
         return target;
-    return Moved(target, m_delta, m_progress);
+    return Moved(target, m_delta, progress);
 }
 
 QRectF TabBar::SelectorOn(const QRectF& tab) const

@@ -92,7 +92,6 @@ private:
     struct Change
     {
         int from = -1;
-        int to = -1;
         int count = -1;
         bool wasPending = false;
     };
@@ -124,13 +123,12 @@ private:
     int m_duration = 250;
 
     QVariantAnimation* m_slide;
-    // What the slide adds to the selector at its start (left, top, right, bottom), and the
-    // part of it left, from 1 down to 0.
+    // What the slide adds to the selector at its start (left, top, right, bottom); the
+    // slide's value is the part of it left, from 1 down to 0.
     mutable QMarginsF m_delta;
-    mutable qreal m_progress = 0;
-    // A change of tab whose slide starts when the tabs are next laid out.
+    // A change of tab whose slide starts from m_from when the selector is next placed.
     mutable bool m_slidePending = false;
-    mutable QRectF m_from;
+    QRectF m_from;
     // Where the selector was drawn last; none while hidden.
     QRectF m_painted;
     int m_shownIndex = -1;

@@ -10,8 +10,6 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QVBoxLayout>
 
-#include <utility>
-
 namespace OrvantaQT {
 
 namespace {
@@ -63,10 +61,10 @@ int TabPages::InsertPage(int index, QWidget* page, const QString& text, const QI
     if (index < 0 || index > m_pages.size())
         index = m_pages.size();
     m_pages.insert(index, page);
-    m_leaving.removeAll(page);
     connect(page, &QObject::destroyed, this, &TabPages::OnPageDestroyed);
     // While a slide runs the stack's order waits: a page put before the slide's target
-    // would make it end on another page. The slide's own page stays last.
+    // would make it end on another page. The slide's own page stays last. A page removed
+    // during the slide is still in the stack.
     if (m_stack->indexOf(page) < 0)
         m_stack->InsertPage(IsSliding() ? m_stack->count() - 1 : index, page);
     // The first tab becomes current here, and the stack follows.
@@ -84,11 +82,9 @@ void TabPages::RemovePage(int index)
     QWidget* page = m_pages.takeAt(index);
     disconnect(page, &QObject::destroyed, this, &TabPages::OnPageDestroyed);
     // The bar picks the next current tab first, so that the stack can slide to it from the
-    // page going away.
+    // page going away; during a slide, the page leaves the stack when the slide ends.
     m_bar->removeTab(index);
-    if (IsSliding())
-        m_leaving.append(page);
-    else
+    if (!IsSliding())
         m_stack->removeWidget(page);
 }
 
@@ -160,8 +156,7 @@ void TabPages::OnTabMoved(int from, int to)
     if (from < 0 || to < 0 || from >= m_pages.size() || to >= m_pages.size())
         return;
     m_pages.move(from, to);
-    if (!IsSliding())
-        OrderStack();
+    OrderStack();
 }
 
 void TabPages::OnSlideFinished()
@@ -180,10 +175,15 @@ void TabPages::OnSlideFinished()
 
 void TabPages::AfterSlide()
 {
+    FollowBar();
     if (IsSliding())
         return;
-    FollowBar();
-    DropLeavingPages();
+    // What is in the stack and no page any more was removed during the slide; the page
+    // shown is the current one (or there is none), which stays.
+    for (int i = m_stack->count() - 1; i >= 0; --i) {
+        if (!m_pages.contains(m_stack->widget(i)))
+            m_stack->removeWidget(m_stack->widget(i));
+    }
 }
 
 void TabPages::OnPageDestroyed(QObject* object)
@@ -211,35 +211,20 @@ void TabPages::FollowBar()
         m_stack->setCurrentWidget(page);
         return;
     }
-    m_slideTarget = page;
     m_stack->SetCurrentPageIndex(m_stack->indexOf(page));
-    if (!IsSliding())
-        m_slideTarget = nullptr;
-}
-
-void TabPages::DropLeavingPages()
-{
-    if (IsSliding())
-        return;
-    for (const QPointer<QWidget>& page : std::exchange(m_leaving, {})) {
-        if (page && !m_pages.contains(page))
-            m_stack->removeWidget(page);
-    }
-    // A page that went while it showed leaves the current one in its place at once.
-    if (QWidget* page = GetCurrentPage())
-        m_stack->setCurrentWidget(page);
+    m_slideTarget = IsSliding() ? page : nullptr;
 }
 
 void TabPages::OrderStack()
 {
     if (IsSliding())
         return;
+    // Moving the page shown would show another for a moment.
+    QWidget* shown = m_stack->currentWidget();
     for (int i = 0; i < m_pages.size(); ++i) {
         QWidget* page = m_pages[i];
         if (m_stack->widget(i) == page)
             continue;
-        // Moving the page shown would show another for a moment.
-        QWidget* shown = m_stack->currentWidget();
         m_stack->removeWidget(page);
         m_stack->insertWidget(i, page);
         if (shown)

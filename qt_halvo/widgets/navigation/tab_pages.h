@@ -66,22 +66,20 @@ private:
     void OnBarCurrentChanged(int index);
     void OnTabMoved(int from, int to);
     void OnSlideFinished();
+    // Follows the bar, then takes the pages removed during the slide out of the stack.
     void AfterSlide();
     void OnPageDestroyed(QObject* page);
     // Brings the stack to the bar's current page: a slide when it may, else at once.
     void FollowBar();
     // Puts the stack's pages in the tabs' order, which gives slides their direction.
     void OrderStack();
-    // Takes the pages removed during a slide out of the stack.
-    void DropLeavingPages();
     bool IsSliding() const;
 
     TabBar* m_bar;
     CustomStackedWidget* m_stack;
-    // In the order of the tabs.
+    // In the order of the tabs. The stack also holds, until its slide ends, the pages
+    // removed during it.
     QVector<QWidget*> m_pages;
-    // Removed while a slide ran; they leave the stack when it ends.
-    QVector<QPointer<QWidget>> m_leaving;
     // The page the running slide goes to.
     QPointer<QWidget> m_slideTarget;
 };

@@ -30,7 +30,21 @@ struct Host
         window.resize(520, 300);
     }
     bool Show() { return TestSupport::ShowAndWait(&window); }
-    bool Rests() { return QTest::qWaitFor([this] { return !bar->IsSelectorMoving(); }); }
+    QVariantAnimation* Slide() const { return bar->findChild<QVariantAnimation*>(); }
+    // The slide put at a point of its time, as its clock would, and painted there.
+    void At(int ms)
+    {
+        Slide()->setCurrentTime(ms);
+        QCoreApplication::processEvents();
+    }
+    // The layouts settled and the slide run to its end.
+    bool Rests()
+    {
+        QCoreApplication::processEvents();
+        if (bar->IsSelectorMoving())
+            At(Slide()->duration());
+        return !bar->IsSelectorMoving();
+    }
     QPoint TabCentre(int index) const { return bar->tabRect(index).center(); }
 };
 
@@ -94,12 +108,6 @@ QVariantList Values(const TabBar& bar)
             int(bar.GetSelectorShape())};
 }
 
-QWidget* CloseButton(const QTabBar& bar, int index)
-{
-    QWidget* right = bar.tabButton(index, QTabBar::RightSide);
-    return right ? right : bar.tabButton(index, QTabBar::LeftSide);
-}
-
 } // namespace
 
 class TestTabBar : public QObject
@@ -115,30 +123,36 @@ private Q_SLOTS:
         QTest::addColumn<int>("barShape");
         QTest::addColumn<int>("selector");
         QTest::addColumn<QString>("current"); // the title of the tab it ends on
-        const std::pair<const char*, const char*> changes[] = {
-            {"selected before show", "Four"}, {"resize", "Four"},         {"font", "Four"},
-            {"icon before", "Four"},          {"inserted before", "Four"}, {"inserted after", "Four"},
-            {"removed before", "Four"},       {"removed target", "Five"},  {"two quick changes", "Two"},
-            {"changed back mid-slide", "One"}, {"moved target", "Four"},   {"moved over target", "Four"},
-            {"closed target", "Five"},        {"closed before", "Four"},
+        QTest::addColumn<bool>("slides");     // after the change
+        // Made at rest (selected before show) or during a slide to "Four".
+        const std::tuple<const char*, const char*, bool> changes[] = {
+            {"selected before show", "Four", false}, {"selected before show, removed before", "Four", false},
+            {"selected before show, inserted before", "Four", false}, {"selected before show, removed target", "Five", true},
+            {"selected before show, inserted then removed before", "Four", false}, {"resize", "Four", true},
+            {"font", "Four", true}, {"icon before", "Four", true}, {"inserted before", "Four", true},
+            {"inserted after", "Four", true}, {"removed before", "Four", true}, {"removed target", "Five", true},
+            {"two quick changes", "Two", true}, {"changed back mid-slide", "One", true}, {"moved target", "Four", true},
+            {"moved over target", "Four", true}, {"closed target", "Five", true}, {"closed before", "Four", true},
         };
-        for (const auto& change : changes) {
-            QTest::addRow("underline, %s", change.first)
-                << change.first << int(QTabBar::RoundedNorth) << int(TabBar::Underline) << change.second;
-            QTest::addRow("pill on the west, %s", change.first)
-                << change.first << int(QTabBar::RoundedWest) << int(TabBar::Pill) << change.second;
+        for (const auto& [change, current, slides] : changes) {
+            QTest::addRow("underline, %s", change)
+                << change << int(QTabBar::RoundedNorth) << int(TabBar::Underline) << current << slides;
+            QTest::addRow("pill on the west, %s", change)
+                << change << int(QTabBar::RoundedWest) << int(TabBar::Pill) << current << slides;
         }
-        QTest::newRow("underline on the south") << "" << int(QTabBar::RoundedSouth) << int(TabBar::Underline) << "Four";
-        QTest::newRow("underline on the east") << "" << int(QTabBar::RoundedEast) << int(TabBar::Underline) << "Four";
+        QTest::newRow("underline on the south") << "" << int(QTabBar::RoundedSouth) << int(TabBar::Underline) << "Four" << true;
+        QTest::newRow("underline on the east") << "" << int(QTabBar::RoundedEast) << int(TabBar::Underline) << "Four" << true;
     }
-    // Whatever happens to the tabs during a slide, the selector ends exactly on the current
-    // tab, as the shape places it.
+    // Whatever happens to the tabs during a slide, the slide goes on and the selector ends
+    // exactly on the current tab, as the shape places it; at rest, it goes with its tab at
+    // once when a tab before it comes or goes, and slides when its own tab goes.
     void restsOnTheCurrentTab()
     {
         QFETCH(QString, change);
         QFETCH(int, barShape);
         QFETCH(int, selector);
         QFETCH(QString, current);
+        QFETCH(bool, slides);
         Host host{QTabBar::Shape(barShape), TabBar::Shape(selector)};
         TabBar& bar = *host.bar;
         // The pill shows through transparent tabs.
@@ -146,7 +160,8 @@ private Q_SLOTS:
             host.window.setStyleSheet("OrvantaQT--TabBar::tab { background: transparent; border: none; padding: 12px; }");
         bar.setTabsClosable(change.startsWith("closed"));
         QObject::connect(&bar, &QTabBar::tabCloseRequested, &bar, &QTabBar::removeTab);
-        if (change == "selected before show")
+        const bool atRest = change.startsWith("selected before show");
+        if (atRest)
             bar.setCurrentIndex(3);
         QVERIFY(host.Show());
         QVERIFY2(!bar.IsSelectorMoving(), "no slide into place when shown");
@@ -159,14 +174,18 @@ private Q_SLOTS:
             bar.setCurrentIndex(1);
         } else if (change == "changed back mid-slide") {
             bar.setCurrentIndex(4);
-            QTRY_VERIFY(bar.SelectorRect() != start && bar.SelectorRect() != Resting(bar));
+            QVERIFY(bar.IsSelectorMoving());
+            host.At(300);
+            QVERIFY(bar.SelectorRect() != start && bar.SelectorRect() != Resting(bar));
             bar.setCurrentIndex(0);
-        } else if (change != "selected before show") {
+        } else if (!atRest) {
             bar.setCurrentIndex(3);
         }
-        QCOMPARE(bar.IsSelectorMoving(), change != "selected before show");
-        if (bar.IsSelectorMoving())
-            QTRY_VERIFY(bar.SelectorRect() != start); // on its way
+        QCOMPARE(bar.IsSelectorMoving(), !atRest);
+        if (!atRest) {
+            host.At(300);
+            QVERIFY(bar.SelectorRect() != start && bar.SelectorRect() != Resting(bar)); // on its way
+        }
         QPixmap icon(32, 32);
         icon.fill(Qt::darkGreen);
         const QMap<QString, std::function<void()>> during{
@@ -176,17 +195,19 @@ private Q_SLOTS:
             {"inserted before", [&] { bar.insertTab(0, QStringLiteral("Zero, much longer")); }},
             {"inserted after", [&] { bar.addTab(QStringLiteral("Six")); }},
             {"removed before", [&] { bar.removeTab(1); }},
+            {"inserted then removed before", [&] { bar.insertTab(0, QStringLiteral("Zero")), bar.removeTab(3); }},
             {"removed target", [&] { bar.removeTab(3); }},
             {"moved target", [&] { bar.moveTab(3, 0); }},
             {"moved over target", [&] { bar.moveTab(4, 0); }},
         };
-        if (during.contains(change))
-            during[change]();
+        if (during.contains(change.section(", ", -1)))
+            during[change.section(", ", -1)]();
         if (change.startsWith("closed")) {
-            QWidget* close = CloseButton(bar, change == "closed target" ? 3 : 0);
+            QWidget* close = TestSupport::TabCloseButton(bar, change == "closed target" ? 3 : 0);
             QVERIFY(close);
             QTest::mouseClick(close, Qt::LeftButton);
         }
+        QCOMPARE(bar.IsSelectorMoving(), slides);
         QVERIFY(host.Rests());
         QCOMPARE(bar.tabText(bar.currentIndex()), current);
         QCOMPARE(bar.SelectorRect(), Resting(bar));
@@ -221,8 +242,13 @@ private Q_SLOTS:
         const QRect first = bar.SelectorRect();
         Frames frames(&bar);
         bar.setCurrentIndex(to);
+        QVERIFY(bar.IsSelectorMoving());
+        // Frames 40 ms apart, each painted as the window system asks.
+        host.Slide()->pause();
+        for (int ms = 0; ms <= bar.GetDuration(); ms += 40)
+            host.At(ms);
         QVERIFY(host.Rests());
-        QTRY_VERIFY(!frames.rects.isEmpty() && frames.rects.last() == Resting(bar));
+        QCOMPARE(frames.rects.last(), Resting(bar));
         QVector<int> lefts;
         int between = 0;
         for (const QRect& rect : frames.rects) {
@@ -266,7 +292,8 @@ private Q_SLOTS:
             bar.setCurrentIndex(index);
             QVERIFY(!bar.IsSelectorMoving());
             QCOMPARE(bar.SelectorRect(), Resting(bar));
-            QTRY_VERIFY(!frames.rects.isEmpty() && frames.rects.last() == Resting(bar));
+            QCoreApplication::processEvents();
+            QVERIFY(!frames.rects.isEmpty());
             for (const QRect& rect : std::exchange(frames.rects, {}))
                 QCOMPARE(rect, Resting(bar));
         }
@@ -299,6 +326,7 @@ private Q_SLOTS:
         QTest::newRow("touchpad, back and forth") << int(QTabBar::RoundedNorth) << -1 << "80 -80 -20" << 2;
         QTest::newRow("wheel over a disabled tab") << int(QTabBar::RoundedNorth) << 3 << "-120" << 4;
         QTest::newRow("wheel past the end") << int(QTabBar::RoundedNorth) << -1 << "-360" << 4;
+        QTest::newRow("wheel without a turn") << int(QTabBar::RoundedNorth) << -1 << "0" << 2;
     }
     void keyboardAndWheel()
     {
@@ -325,7 +353,8 @@ private Q_SLOTS:
                 QWheelEvent wheel(at, bar.mapToGlobal(at), QPoint(), QPoint(0, step.toInt()), Qt::NoButton,
                                   Qt::NoModifier, Qt::NoScrollPhase, false);
                 QApplication::sendEvent(&bar, &wheel);
-                QVERIFY2(wheel.isAccepted(), "the wheel stays in the bar");
+                // A turn stays in the bar; none is the parent's.
+                QCOMPARE(wheel.isAccepted(), step != "0");
             }
         }
         QCOMPARE(bar.currentIndex(), current);
@@ -380,10 +409,8 @@ private Q_SLOTS:
                 const QPoint point(x, y);
                 const bool inside = selector.adjusted(1, 1, -1, -1).contains(point);
                 const bool outside = !selector.adjusted(-1, -1, 1, 1).contains(point);
-                if (inside && !pill)
-                    QVERIFY2(at(point) == colour, qPrintable(QStringLiteral("%1,%2").arg(x).arg(y)));
-                if (outside)
-                    QVERIFY2(at(point) != colour, qPrintable(QStringLiteral("%1,%2").arg(x).arg(y)));
+                if ((inside && !pill) || outside)
+                    QVERIFY2((at(point) == colour) == inside, qPrintable(QStringLiteral("%1,%2").arg(x).arg(y)));
                 inColour += at(point) == colour;
             }
         }
@@ -416,8 +443,6 @@ private Q_SLOTS:
             QVERIFY(image.pixelColor(selector.topLeft() * ratio + QPoint(3, 3)).alpha() < 255);
     }
 
-    // A dragged current tab carries the selector; dropped in its new place, the selector
-    // settles on it.
     // A dragged current tab carries the selector; dropped in its new place, the selector
     // settles on it.
     void dragged()
@@ -453,6 +478,13 @@ private Q_SLOTS:
         QCOMPARE(bar.SelectorRect(), Resting(bar));
         Send(&bar, QEvent::MouseButtonRelease, host.TabCentre(3) + QPoint(40, 0), Qt::NoButton);
         QCOMPARE(Titles(bar), "One Three Four Two Five");
+        // Nor a press from before a tab went.
+        Send(&bar, QEvent::MouseButtonPress, host.TabCentre(3), Qt::LeftButton);
+        bar.removeTab(4);
+        Send(&bar, QEvent::MouseMove, host.TabCentre(3) - QPoint(40, 0), Qt::LeftButton);
+        QCOMPARE(bar.SelectorRect(), Resting(bar));
+        Send(&bar, QEvent::MouseButtonRelease, host.TabCentre(3) - QPoint(40, 0), Qt::NoButton);
+        QCOMPARE(Titles(bar), "One Three Four Two");
         // A press on another tab is no drag of the current one.
         Send(&bar, QEvent::MouseButtonPress, host.TabCentre(0), Qt::LeftButton);
         Send(&bar, QEvent::MouseMove, host.TabCentre(0) + QPoint(2, 0), Qt::LeftButton);
@@ -532,15 +564,16 @@ private Q_SLOTS:
         QTest::newRow("tab hidden") << "hide tab";
         QTest::newRow("shape changed") << "shape";
         QTest::newRow("bar hidden") << "hide bar";
-        QTest::newRow("a tab before removed") << "remove before";
-        QTest::newRow("a tab before inserted") << "insert before";
+        QTest::newRow("style without animations") << "still style";
+        QTest::newRow("another style") << "other style";
     }
     // Whatever happens during a slide, it stops or goes on cleanly, and the selector ends on
-    // the current tab. QTabBar reports the current tab as changed when a tab before it goes;
-    // the selector goes with the tab, and the slide goes on.
+    // the current tab.
     void midSlide()
     {
         QFETCH(QString, how);
+        TestSupport::StillStyle still;
+        QProxyStyle other(QStringLiteral("Fusion"));
         Host host;
         QPointer<TabBar> bar = host.bar;
         QVERIFY(host.Show());
@@ -551,7 +584,7 @@ private Q_SLOTS:
                 bar->removeTab(0);
             QVERIFY(!bar->IsSelectorMoving());
             QVERIFY(bar->SelectorRect().isEmpty());
-            QTest::qWait(50);
+            QCoreApplication::processEvents(); // painted without tabs
             bar->addTab(QStringLiteral("Again"));
             QVERIFY(!bar->IsSelectorMoving());
         } else if (how == "delete") {
@@ -571,40 +604,12 @@ private Q_SLOTS:
             QVERIFY(!bar->IsSelectorMoving());
         } else if (how == "hide tab") {
             bar->setTabVisible(4, false);
-        } else {
-            if (how == "remove before")
-                bar->removeTab(0);
-            else
-                bar->insertTab(0, QStringLiteral("Zero"));
-            QVERIFY(bar->IsSelectorMoving());
-            QVERIFY(host.Rests());
-            QCOMPARE(bar->tabText(bar->currentIndex()), "Five");
+        } else if (how.endsWith("style")) {
+            bar->setStyle(how == "still style" ? &still : &other);
+            QCOMPARE(bar->IsSelectorMoving(), how == "other style");
         }
         QVERIFY(host.Rests());
         QCOMPARE(bar->SelectorRect(), Resting(*bar));
-    }
-
-    // At rest, the selector goes with its tab at once when a tab before it comes or goes.
-    void sameTabElsewhere_data()
-    {
-        QTest::addColumn<bool>("remove");
-        QTest::newRow("a tab before removed") << true;
-        QTest::newRow("a tab before inserted") << false;
-    }
-    void sameTabElsewhere()
-    {
-        QFETCH(bool, remove);
-        Host host;
-        TabBar& bar = *host.bar;
-        bar.setCurrentIndex(3);
-        QVERIFY(host.Show());
-        if (remove)
-            bar.removeTab(0);
-        else
-            bar.insertTab(0, QStringLiteral("Zero"));
-        QVERIFY(!bar.IsSelectorMoving());
-        QCOMPARE(bar.tabText(bar.currentIndex()), "Four");
-        QCOMPARE(bar.SelectorRect(), Resting(bar));
     }
 };
 

@@ -1,11 +1,10 @@
 #include <qt_halvo/styles/stylesheet_pseudo_states_helper.h>
 
+#include <qt_halvo/styles/hover_p.h>
 #include <qt_halvo/styles/style_sheet.h>
 #include <qt_halvo/utilities/logging_p.h>
 
-#include <QtGui/QCursor>
 #include <QtWidgets/QAbstractButton>
-#include <QtWidgets/QApplication>
 
 namespace OrvantaQT {
 
@@ -41,14 +40,12 @@ bool StylesheetPseudoStatesHelper::eventFilter(QObject* watched, QEvent* event)
         m_hovered = true;
         UpdateStyle();
         break;
-    case QEvent::Leave: {
-        const QWidget* under = QApplication::widgetAt(QCursor::pos());
-        if (m_fixHover && under && (under == m_button || m_button->isAncestorOf(under)))
+    case QEvent::Leave:
+        if (m_fixHover && PointerStillOver(m_button))
             break;
         m_hovered = false;
         UpdateStyle();
         break;
-    }
     case QEvent::PolishRequest:
         UpdateStyle();
         break;

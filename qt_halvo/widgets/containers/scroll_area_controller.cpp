@@ -71,6 +71,27 @@ int EdgeStep(int pos, int extent, int band, int step)
     return 0;
 }
 
+// Passes the events of everything but the viewport to the controller.
+class ChildEvents : public QObject
+{
+public:
+    ChildEvents(ScrollAreaController* controller, const QWidget* viewport)
+        : QObject(controller)
+        , m_controller(controller)
+        , m_viewport(viewport)
+    {
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        return watched != m_viewport && m_controller->eventFilter(watched, event);
+    }
+
+private:
+    ScrollAreaController* m_controller;
+    const QWidget* m_viewport;
+};
+
 } // namespace
 
 ScrollAreaController::ScrollAreaController(QAbstractScrollArea* area)
@@ -78,6 +99,7 @@ ScrollAreaController::ScrollAreaController(QAbstractScrollArea* area)
     , m_area(area)
     , m_dragStartDistance(QApplication::startDragDistance())
     , m_autoScrollTimer(new QTimer(this))
+    , m_childEvents(new ChildEvents(this, area ? area->viewport() : nullptr))
 {
     m_autoScrollTimer->setInterval(kAutoScrollInterval);
     connect(m_autoScrollTimer, &QTimer::timeout, this, &ScrollAreaController::AutoScrollTick);
@@ -96,7 +118,7 @@ ScrollAreaController::ScrollAreaController(QAbstractScrollArea* area)
 
 ScrollAreaController::~ScrollAreaController()
 {
-    qApp->removeEventFilter(this);
+    qApp->removeEventFilter(m_childEvents);
     // Deleted alone, it takes the kinetic scrolling with it.
     if (m_viewport)
         QScroller::ungrabGesture(m_viewport);
@@ -210,7 +232,7 @@ void ScrollAreaController::WatchWhileShown()
 {
     // Focus and drag and drop events go to the children, and those of a drop target stop
     // there: the application's filter sees them.
-    qApp->installEventFilter(this);
+    qApp->installEventFilter(m_childEvents);
     // Another screen, another resolution: the same pixels are other metres.
     disconnect(m_screenWatch);
     if (QWindow* window = m_viewport->window()->windowHandle())
@@ -280,7 +302,7 @@ bool ScrollAreaController::eventFilter(QObject* watched, QEvent* event)
             WatchWhileShown();
             break;
         case QEvent::Hide:
-            qApp->removeEventFilter(this);
+            qApp->removeEventFilter(m_childEvents);
             StopAutoScroll();
             break;
         default:

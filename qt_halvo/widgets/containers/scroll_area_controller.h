@@ -88,6 +88,9 @@ private:
     int m_autoScrollMargin = 24;
     int m_autoScrollStep = 12;
     QTimer* m_autoScrollTimer;
+    // The application filter while shown, for the children's events; the viewport's own
+    // come through the viewport filter.
+    QObject* m_childEvents;
     // The scroll of one tick, from where the drag hovers.
     QPoint m_autoScrollDelta;
 };

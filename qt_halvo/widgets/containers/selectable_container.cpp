@@ -1,14 +1,13 @@
 #include <qt_halvo/widgets/containers/selectable_container.h>
 
+#include <qt_halvo/styles/hover_p.h>
 #include <qt_halvo/styles/style_sheet.h>
 
 #include <QtGui/QAccessible>
-#include <QtGui/QCursor>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QAccessibleWidget>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QStyleOptionFocusRect>
 
 namespace OrvantaQT {
@@ -167,14 +166,10 @@ bool SelectableContainer::event(QEvent* event)
     case QEvent::Enter:
         SetHovered(true);
         break;
-    case QEvent::Leave: {
-        // A leave with the pointer still over a child (a native one, or while a popup
-        // comes and goes) is not the pointer leaving the whole.
-        const QWidget* under = QApplication::widgetAt(QCursor::pos());
-        if (!under || !(under == this || isAncestorOf(under)))
+    case QEvent::Leave:
+        if (!PointerStillOver(this))
             SetHovered(false);
         break;
-    }
     case QEvent::Hide:
         SetHovered(false);
         m_pressed = false;

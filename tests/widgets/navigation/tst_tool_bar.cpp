@@ -842,9 +842,12 @@ private Q_SLOTS:
         QCOMPARE(std::make_tuple(a->x(), d->geometry().right()), std::make_tuple(3, 400 - 4));
         fixture.bar->setLayoutDirection(Qt::RightToLeft);
         QCOMPARE(std::make_tuple(d->x(), a->geometry().right()), std::make_tuple(3, 400 - 4));
+        // New margins move the items at once, without a new size.
+        fixture.bar->setContentsMargins(10, 0, 10, 0);
+        QCOMPARE(std::make_tuple(d->x(), a->geometry().right()), std::make_tuple(10, 400 - 11));
         fixture.SetWidth(200);
         QCOMPARE(std::make_tuple(fixture.bar->OverflowButton()->x(), a->geometry().right()),
-                 std::make_tuple(3, 200 - 4));
+                 std::make_tuple(10, 200 - 11));
     }
 
     // Icon size and button style reach every button; the bar's own buttons take no focus (Tab

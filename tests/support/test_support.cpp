@@ -101,7 +101,7 @@ void PointerTo(QWidget* widget, const QPoint& point)
     QTest::mouseMove(window->windowHandle(), local);
 }
 
-bool Repaints(QWidget* widget, const std::function<void()>& change)
+bool Repaints(QWidget* widget, const std::function<void()>& change, int timeout)
 {
     struct Counter : QObject
     {
@@ -111,7 +111,7 @@ bool Repaints(QWidget* widget, const std::function<void()>& change)
     QCoreApplication::processEvents();
     widget->installEventFilter(&counter);
     change();
-    return QTest::qWaitFor([&counter] { return counter.paints > 0; });
+    return QTest::qWaitFor([&counter] { return counter.paints > 0; }, timeout);
 }
 
 QString FirstNotReset(QObject* object, std::initializer_list<std::pair<const char*, QVariant>> properties)

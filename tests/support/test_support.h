@@ -61,8 +61,9 @@ bool ShowAndWait(QWidget* widget);
 // then the move. The real pointer stays where it is.
 void PointerTo(QWidget* widget, const QPoint& point);
 
-// Whether the widget, shown, is painted again after change(), as it must ask for.
-bool Repaints(QWidget* widget, const std::function<void()>& change);
+// Whether the widget, shown, is painted again within timeout after change(). A check that
+// it is not waits the whole time: give it less.
+bool Repaints(QWidget* widget, const std::function<void()>& change, int timeout = 5000);
 
 // The first of the properties, each given with another value than its first, whose reset
 // does not bring back its first value; empty when all do.

@@ -279,7 +279,7 @@ private Q_SLOTS:
         const QIcon green = Swatch(Qt::green);
         QVERIFY(TestSupport::Repaints(widget, [&] { widget->SetIcon(green); }));
         QCOMPARE(TestSupport::Render(widget).pixelColor(centre), QColor(Qt::green));
-        QVERIFY(!TestSupport::Repaints(widget, [&] { widget->SetIcon(green); }));
+        QVERIFY(!TestSupport::Repaints(widget, [&] { widget->SetIcon(green); }, 500));
         widget->setEnabled(false);
         QVERIFY(TestSupport::Render(widget).pixelColor(centre) != QColor(Qt::green));
         widget->setEnabled(true);

@@ -512,7 +512,7 @@ private Q_SLOTS:
         QCOMPARE(TestSupport::FirstNotReset(&bar, {{"SelectorColor", QColor(Qt::red)}}), QString());
         QCOMPARE(bar.GetSelectorColor(), QColor(0x12, 0x34, 0x56));
         QVERIFY(TestSupport::Repaints(&bar, [&] { bar.SetSelectorColor(Qt::green); }));
-        QVERIFY(!TestSupport::Repaints(&bar, [&] { bar.SetSelectorColor(Qt::green); }));
+        QVERIFY(!TestSupport::Repaints(&bar, [&] { bar.SetSelectorColor(Qt::green); }, 500));
         QVERIFY(TestSupport::Repaints(&bar, [&] { bar.SetSelectorThickness(5); }));
         QVERIFY(TestSupport::Repaints(&bar, [&] { bar.SetSelectorShape(TabBar::Pill); }));
         QVERIFY(TestSupport::Repaints(&bar, [&] { bar.SetSelectorRadius(3); }));

@@ -57,6 +57,13 @@
 #include <qt_halvo/utilities/decorated_border.h>
 #include <qt_halvo/utilities/hidpi_utils.h>
 #include <qt_halvo/utilities/paint_utilities.h>
+#include <qt_halvo/views/accessibility_factory.h>
+#include <qt_halvo/views/check_box_header_view.h>
+#include <qt_halvo/views/closable_list_view.h>
+#include <qt_halvo/views/closable_tree_view.h>
+#include <qt_halvo/views/header_view.h>
+#include <qt_halvo/views/table_view.h>
+#include <qt_halvo/views/widget_item_delegate.h>
 #include <qt_halvo/widgets/containers/button_container.h>
 #include <qt_halvo/widgets/containers/focus_policy_controller.h>
 #include <qt_halvo/widgets/containers/icon_with_label.h>

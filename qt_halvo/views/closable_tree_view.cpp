@@ -1,0 +1,36 @@
+#include <qt_halvo/views/closable_tree_view.h>
+
+#include "closable_view_p.h"
+
+#include <QtGui/QPainter>
+
+namespace OrvantaQT {
+
+ClosableTreeView::ClosableTreeView(QWidget* parent)
+    : QTreeView(parent)
+    , m_helper(new ClosableViewHelper(this, [](QAbstractItemView* view, const QModelIndex& index) {
+        Q_EMIT static_cast<ClosableTreeView*>(view)->CloseRequested(index);
+    }))
+{
+}
+
+ClosableTreeView::~ClosableTreeView() = default;
+
+QModelIndex ClosableTreeView::CloseButtonIndex() const
+{
+    return m_helper->CloseButtonIndex();
+}
+
+QRect ClosableTreeView::CloseButtonRect() const
+{
+    return m_helper->CloseButtonRect();
+}
+
+void ClosableTreeView::paintEvent(QPaintEvent* event)
+{
+    QTreeView::paintEvent(event);
+    QPainter painter(viewport());
+    m_helper->Paint(&painter);
+}
+
+} // namespace OrvantaQT

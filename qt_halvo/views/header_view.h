@@ -1,0 +1,36 @@
+#pragma once
+
+#include <qt_halvo/qt_halvo_global.h>
+
+#include <QtWidgets/QHeaderView>
+
+namespace OrvantaQT {
+
+// A QHeaderView with the library's defaults: sections clickable and highlighted with the
+// selection, the sort indicator shown, the last section stretched (horizontal), the
+// section under the pointer tracked (HoveredSection(), the style property "hovered" on the
+// header while the pointer is over it), and a tool tip with the whole title for a section
+// whose title does not fit.
+class QT_HALVO_EXPORT HeaderView : public QHeaderView
+{
+    Q_OBJECT
+    Q_PROPERTY(int hoveredSection READ HoveredSection NOTIFY HoveredSectionChanged)
+
+public:
+    explicit HeaderView(Qt::Orientation orientation, QWidget* parent = nullptr);
+    ~HeaderView() override;
+
+    // The logical index of the section under the pointer, or -1.
+    int HoveredSection() const;
+
+Q_SIGNALS:
+    void HoveredSectionChanged(int logicalIndex);
+
+protected:
+    bool viewportEvent(QEvent* event) override;
+
+private:
+    int m_hoveredSection = -1;
+};
+
+} // namespace OrvantaQT

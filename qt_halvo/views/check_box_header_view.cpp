@@ -1,5 +1,7 @@
 #include <qt_halvo/views/check_box_header_view.h>
 
+#include "accessibility_factory_p.h"
+
 namespace OrvantaQT {
 
 struct CheckBoxHeaderView::Private
@@ -70,6 +72,11 @@ void CheckBoxHeaderView::mousePressEvent(QMouseEvent* event)
 void CheckBoxHeaderView::mouseReleaseEvent(QMouseEvent* event)
 {
     HeaderView::mouseReleaseEvent(event);
+}
+
+QAccessibleInterface* CheckBoxHeaderAccessible(const QString&, QObject*)
+{
+    return nullptr;
 }
 
 } // namespace OrvantaQT

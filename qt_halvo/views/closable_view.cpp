@@ -1,5 +1,7 @@
 #include "closable_view_p.h"
 
+#include "accessibility_factory_p.h"
+
 #include <QtWidgets/QAbstractItemView>
 
 namespace OrvantaQT {
@@ -24,6 +26,11 @@ QRect ClosableViewHelper::CloseButtonRect() const
 
 void ClosableViewHelper::Paint(QPainter*)
 {
+}
+
+QAccessibleInterface* ClosableViewAccessible(const QString&, QObject*)
+{
+    return nullptr;
 }
 
 } // namespace OrvantaQT

@@ -1,0 +1,92 @@
+#include "accessibility_recorder.h"
+
+#include <QtCore/QMetaEnum>
+#include <QtCore/QVector>
+
+namespace TestSupport {
+
+namespace {
+
+struct Recorded
+{
+    QPointer<QObject> object;
+    QString line;
+};
+
+QVector<Recorded> g_recorded;
+
+QString Flags(const QAccessible::State& state)
+{
+    QStringList names;
+    if (state.checked)
+        names << QStringLiteral("checked");
+    if (state.checkStateMixed)
+        names << QStringLiteral("checkStateMixed");
+    if (state.busy)
+        names << QStringLiteral("busy");
+    if (state.invisible)
+        names << QStringLiteral("invisible");
+    if (state.pressed)
+        names << QStringLiteral("pressed");
+    if (state.focused)
+        names << QStringLiteral("focused");
+    if (state.disabled)
+        names << QStringLiteral("disabled");
+    if (state.selected)
+        names << QStringLiteral("selected");
+    if (state.hotTracked)
+        names << QStringLiteral("hotTracked");
+    return names.join(QLatin1Char(' '));
+}
+
+bool Within(const QObject* object, const QObject* ancestor)
+{
+    for (; object; object = object->parent()) {
+        if (object == ancestor)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+AccessibilityRecorder::AccessibilityRecorder()
+    : m_previous(QAccessible::installUpdateHandler(&AccessibilityRecorder::Record))
+{
+    g_recorded.clear();
+}
+
+AccessibilityRecorder::~AccessibilityRecorder()
+{
+    QAccessible::installUpdateHandler(m_previous);
+    g_recorded.clear();
+}
+
+QStringList AccessibilityRecorder::Take(const QObject* object)
+{
+    QStringList lines;
+    for (const Recorded& recorded : std::exchange(g_recorded, {})) {
+        if (!object || Within(recorded.object, object))
+            lines << recorded.line;
+    }
+    return lines;
+}
+
+void AccessibilityRecorder::Record(QAccessibleEvent* event)
+{
+    QObject* object = event->object();
+    QString line = QLatin1String(QMetaEnum::fromType<QAccessible::Event>().valueToKey(event->type()));
+    QString name = object ? object->objectName() : QString();
+    if (object && name.isEmpty())
+        name = QLatin1String(object->metaObject()->className());
+    line += QLatin1Char(' ') + name;
+    if (event->child() >= 0)
+        line += QLatin1Char('/') + QString::number(event->child());
+    if (event->type() == QAccessible::ValueChanged)
+        line += QLatin1Char(' ') + static_cast<QAccessibleValueChangeEvent*>(event)->value().toString();
+    else if (event->type() == QAccessible::StateChanged)
+        line += QLatin1Char(' ') + Flags(static_cast<QAccessibleStateChangeEvent*>(event)->changedStates());
+    g_recorded.append(Recorded{object, line});
+}
+
+} // namespace TestSupport

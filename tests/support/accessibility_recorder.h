@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QtCore/QPointer>
+#include <QtCore/QStringList>
+#include <QtGui/QAccessible>
+
+namespace TestSupport {
+
+// Records the accessibility updates raised while it lives, one line each:
+//   "<event> <object>[/<child>][ <detail>]"
+// with the event's name (QAccessible::Event), the object's name (its class name when it has
+// none), the child index when the event is for a child, and as detail the new value of a
+// ValueChanged event or the changed state flags of a StateChanged event ("checked busy").
+// One recorder at a time; it takes over QAccessible's update handler.
+class AccessibilityRecorder
+{
+public:
+    AccessibilityRecorder();
+    ~AccessibilityRecorder();
+
+    // The lines recorded since the last call, and forgets them; only those for objects
+    // that are object or its descendants when object is given.
+    QStringList Take(const QObject* object = nullptr);
+
+private:
+    static void Record(QAccessibleEvent* event);
+
+    QAccessible::UpdateHandler m_previous;
+};
+
+} // namespace TestSupport

@@ -9,7 +9,7 @@ cmake --preset dev
 cmake --build --preset dev
 # Those that measure painting run on a private X server (placement on one with two
 # screens), the rest off screen.
-on_x_server=(bench_collapsing_pane bench_busy_curtains bench_notification_widget bench_popup_message bench_tab_bar bench_tool_bar)
+on_x_server=(bench_collapsing_pane bench_busy_curtains bench_notification_widget bench_popup_message bench_tab_bar bench_tool_bar bench_table_view bench_widget_item_delegate)
 on_two_screens=(bench_popup_placement)
 for benchmark in build/dev/bin/bench_*; do
     if [[ " ${on_two_screens[*]} " == *" $(basename "$benchmark") "* ]]; then

@@ -192,6 +192,10 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
          ContainersPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Windows and navigation"))},
         //: Page list entry: the bar, pie and plot charts, tinted pictures and a decorated border.
         {QStringLiteral("charts"), QCoreApplication::translate("Gallery", "Charts"),
-         [&theme] { return CreateChartsPage(theme); }, 600, ChartsPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Charts"))},
+         [&theme] { return CreateChartsPage(theme); }, 600, ChartsPageMoments(),
+         Group(QT_TRANSLATE_NOOP("Gallery", "Charts and views"))},
+        //: Page list entry: a table, closable lists, widgets in rows on 100,000 rows, and screen readers.
+        {QStringLiteral("views"), QCoreApplication::translate("Gallery", "Item views"), CreateViewsPage, 0,
+         ViewsPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Charts and views"))},
     };
 }

@@ -100,3 +100,5 @@ QWidget* CreateContainersPage();
 QVector<GalleryMoment> ContainersPageMoments();
 QWidget* CreateChartsPage(GalleryTheme& theme);
 QVector<GalleryMoment> ChartsPageMoments();
+QWidget* CreateViewsPage();
+QVector<GalleryMoment> ViewsPageMoments();

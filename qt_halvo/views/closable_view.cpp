@@ -13,6 +13,7 @@
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QScrollBar>
+#include <QtWidgets/QStyleOptionFocusRect>
 #include <QtWidgets/QStyleOptionViewItem>
 #include <QtWidgets/QTreeView>
 
@@ -166,7 +167,7 @@ ClosableViewHelper::ClosableViewHelper(QAbstractItemView* view, Hooks hooks)
     , m_hooks(hooks)
     , m_button(new ClosableViewCloseButton(this, view))
 {
-    // Moves without a button pressed tell which row is hovered.
+    // Moves without a button pressed tell which row is hovered (the view follows them too).
     m_viewport->setMouseTracking(true);
     m_viewport->installEventFilter(this);
     view->installEventFilter(this);
@@ -315,7 +316,7 @@ void ClosableViewHelper::Sync()
     m_sunken = sunken;
 
     // Views drop their hovered row when rows go and find it again only on the next move.
-    if (moved && m_pointerInside && m_viewport->testAttribute(Qt::WA_Hover))
+    if (moved && m_pointerInside)
         QCoreApplication::postEvent(m_viewport, new QHoverEvent(QEvent::HoverMove, m_pointer, m_pointer));
 
     if (!wasShown && shown) {
@@ -363,8 +364,7 @@ void ClosableViewHelper::Paint(QPainter* painter)
     item.rect = row;
     item.state &= ~(QStyle::State_HasFocus | QStyle::State_MouseOver);
     item.state.setFlag(QStyle::State_Selected, selected);
-    item.state.setFlag(QStyle::State_MouseOver,
-                       m_viewport->testAttribute(Qt::WA_Hover) && m_pointerInside && row.contains(m_pointer));
+    item.state.setFlag(QStyle::State_MouseOver, m_pointerInside && row.contains(m_pointer));
     item.features.setFlag(QStyleOptionViewItem::Alternate, IsAlternate(view, m_place.index, row));
     item.backgroundBrush = qvariant_cast<QBrush>(m_place.index.data(Qt::BackgroundRole));
     const QRect room = view->isRightToLeft()
@@ -376,6 +376,16 @@ void ClosableViewHelper::Paint(QPainter* painter)
                                                                                                : QPalette::Base));
     style->drawPrimitive(QStyle::PE_PanelItemViewRow, &item, painter, view);
     style->drawPrimitive(QStyle::PE_PanelItemViewItem, &item, painter, view);
+    // The focus frame of the current cell, as item views draw it, where it runs under the room.
+    const QModelIndex current = view->currentIndex();
+    if (view->hasFocus() && current.isValid() && view->visualRect(current).intersects(room)) {
+        QStyleOptionFocusRect focus;
+        focus.QStyleOption::operator=(item);
+        focus.rect = view->visualRect(current);
+        focus.state |= QStyle::State_KeyboardFocusChange | QStyle::State_Item;
+        focus.backgroundColor = item.palette.color(selected ? QPalette::Highlight : QPalette::Window);
+        style->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, view);
+    }
     painter->restore();
 
     QStyleOption option;

@@ -99,7 +99,7 @@ struct Host
         return here;
     }
     // Steps "verb:what" apart by spaces: (m|r)click, (m)press, (m)release at a row, the
-    // button or here; hover or drag (the left button held) to one; key; remove a row; clear,
+    // button or here; hover, enter (no move) or drag (the left button held) to one; leave; key; remove a row; clear,
     // reset, replace or null the model; focus; rtl; plainhover; scroll; closing:deletes or
     // closing:removes (what the slot does).
     void Run(const QString& script)
@@ -114,6 +114,11 @@ struct Host
             {"release", mouse(QTest::mouseRelease, Qt::LeftButton)}, {"mrelease", mouse(QTest::mouseRelease, Qt::MiddleButton)},
             {"rclick", mouse(QTest::mouseClick, Qt::RightButton)},
             {"hover", [](Host& h, const QString& at) { TestSupport::PointerTo(h.view->viewport(), h.At(at)); }},
+            {"enter", [](Host& h, const QString& at) {
+                 QEnterEvent enter(h.At(at), h.At(at), h.view->viewport()->mapToGlobal(h.At(at)));
+                 QCoreApplication::sendEvent(h.view->viewport(), &enter);
+             }},
+            {"leave", change([](Host& h) { QEvent leave(QEvent::Leave); QCoreApplication::sendEvent(h.view->viewport(), &leave); })},
             {"drag", [](Host& h, const QString& at) {
                  QMouseEvent move(QEvent::MouseMove, h.At(at), Qt::NoButton, Qt::LeftButton, {});
                  QCoreApplication::sendEvent(h.view->viewport(), &move);
@@ -145,7 +150,8 @@ struct Host
             verbs.value(step.section(':', 0, 0))(*this, step.section(':', 1));
     }
     // "requests|button's row|selected row|colours of the button (3 pixels from the trailing
-    // edge, halfway down the row), of the margin before it, of the row above its text"
+    // edge, halfway down the row), of the margin before it, of the row above its text";
+    // without a button, the colour of the row where the last step was.
     QString Observed()
     {
         if (!view)
@@ -156,13 +162,13 @@ struct Host
         const QPalette palette = view->palette();
         const QHash<QString, QString> tones{{"#ff0000", "red"}, {"#00ff00", "lime"}, {"#0000ff", "blue"}, {"#ffff00", "yellow"},
             {palette.base().color().name(), "base"}, {palette.alternateBase().color().name(), "alternate"}, {palette.highlight().color().name(), "selected"}};
-        const QRect row = view->visualRect(shown);
+        const QRect row = view->visualRect(shown.isValid() ? shown : view->indexAt(here));
         const int end = view->isRightToLeft() ? 0 : image.width() - 1, inward = view->isRightToLeft() ? 1 : -1;
         QStringList colours;
         for (const QPoint at : {QPoint(end + inward * 10, row.center().y()), QPoint(end + inward * 18, row.center().y()), QPoint(150, row.top() + 2)})
             colours << tones.value(image.pixelColor(at).name(), "other");
         const QString selected = Name(view->selectionModel()->selectedIndexes().value(0).siblingAtColumn(0)).section('/', 0, 0);
-        return QStringList{requests.join(','), Name(shown), selected, shown.isValid() ? colours.join(' ') : "-"}.join('|');
+        return QStringList{requests.join(','), Name(shown), selected, shown.isValid() ? colours.join(' ') : row.isEmpty() ? "-" : colours[2]}.join('|');
     }
 
     MarkStyle style;
@@ -209,6 +215,8 @@ private Q_SLOTS:
         for (const bool tree : {false, true}) {
             // Which row shows the button, where and in which state; no text in its margin.
             Row(tree, "hovered") << "hover:r4" << "|r4/0|r1|red yellow yellow";
+            Row(tree, "entered, no move") << "enter:r4" << "|r4/0|r1|red yellow yellow";
+            Row(tree, "left") << "hover:r2 leave" << (tree ? "||r1|alternate" : "||r1|base");
             Row(tree, "hovered, right to left") << "rtl hover:r4" << "|r4/0|r1|red yellow yellow";
             // (Fusion tints a list's focused item.)
             Row(tree, "current, focused") << "focus" << (tree ? "|r1/0|r1|red selected selected" : "|r1/0|r1|red other other");
@@ -224,9 +232,9 @@ private Q_SLOTS:
             Row(tree, "middle click, released on another row") << "mpress:r3 mrelease:r4" << "|r4/0|r1|red yellow yellow";
             Row(tree, "right click on the button") << "hover:r3 rclick:button" << "|r3/0|r3|lime yellow yellow";
             Row(tree, "dragged from the button") << "hover:r3 press:button drag:r6 release:r6" << "|r6/0|r1|red yellow yellow";
-            Row(tree, "Delete") << "key:Del" << "r1/0||r1|-";
-            Row(tree, "keypad Delete") << "key:Num+Del" << "r1/0||r1|-";
-            Row(tree, "Shift+Delete") << "key:Shift+Del" << "||r1|-";
+            Row(tree, "Delete") << "key:Del" << "r1/0||r1|base";
+            Row(tree, "keypad Delete") << "key:Num+Del" << "r1/0||r1|base";
+            Row(tree, "Shift+Delete") << "key:Shift+Del" << "||r1|base";
             // Rows going: the row now under the pointer shows hovered with its button.
             Row(tree, "row removed by the slot") << "closing:removes hover:r4 click:button" << "r4/0|r5/0|r1|lime yellow yellow";
             Row(tree, "hovered row removed") << "hover:r4 remove:r4" << "|r5/0|r1|red yellow yellow";

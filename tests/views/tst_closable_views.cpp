@@ -273,8 +273,12 @@ private Q_SLOTS:
         host.Run(script);
         QCOMPARE(host.Observed(), expected);
         QCOMPARE(mark.Texts(), QStringList());
-        if (host.view && host.Shown().isValid())
-            QCOMPARE(host.Button().size(), QSize(14, 14));
+        if (!host.view || !host.Shown().isValid())
+            return;
+        const QRect button = host.Button(), row = host.view->visualRect(host.Shown());
+        QCOMPARE(button.size(), QSize(14, 14));
+        QCOMPARE(host.view->isRightToLeft() ? button.left() : host.view->viewport()->width() - 1 - button.right(), 3);
+        QVERIFY(qAbs((button.top() - row.top()) - (row.bottom() - button.bottom())) <= 1); // centred
     }
 
     // A pressable object of its own under the view, named after its row, where it is drawn;
@@ -303,6 +307,10 @@ private Q_SLOTS:
             QVERIFY(!button->state().invisible);
             host.Run(QStringLiteral("hover:r3"));
             QCOMPARE(recorder.Take(object), QStringList({"NameChanged CloseButton", "LocationChanged CloseButton"}));
+            host.model.setData(host.Index("r3"), "r3 renamed");
+            host.model.setData(host.Index("r4"), "r4 renamed");
+            QCOMPARE(recorder.Take(object), QStringList{"NameChanged CloseButton"});
+            QCOMPARE(button->text(QAccessible::Name), QStringLiteral("Close r3 renamed"));
             button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
             QCOMPARE(host.requests, QStringList{"r3/0"});
             TestSupport::PointerTo(host.view->viewport(), QPoint(5, host.view->viewport()->height() - 2));

@@ -8,13 +8,19 @@ namespace OrvantaQT {
 
 ClosableListView::ClosableListView(QWidget* parent)
     : QListView(parent)
-    , m_helper(new ClosableViewHelper(this, [](QAbstractItemView* view, const QModelIndex& index) {
-        Q_EMIT static_cast<ClosableListView*>(view)->CloseRequested(index);
-    }))
+    , m_helper(new ClosableViewHelper(
+          this, {[](QAbstractItemView* view, const QModelIndex& index) {
+                     Q_EMIT static_cast<ClosableListView*>(view)->CloseRequested(index);
+                 },
+                 [](QAbstractItemView* view) { static_cast<ClosableListView*>(view)->executeDelayedItemsLayout(); }}))
 {
 }
 
-ClosableListView::~ClosableListView() = default;
+// The helper goes first, while the view it watches is still whole.
+ClosableListView::~ClosableListView()
+{
+    delete m_helper;
+}
 
 QModelIndex ClosableListView::CloseButtonIndex() const
 {

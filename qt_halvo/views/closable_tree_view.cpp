@@ -8,13 +8,19 @@ namespace OrvantaQT {
 
 ClosableTreeView::ClosableTreeView(QWidget* parent)
     : QTreeView(parent)
-    , m_helper(new ClosableViewHelper(this, [](QAbstractItemView* view, const QModelIndex& index) {
-        Q_EMIT static_cast<ClosableTreeView*>(view)->CloseRequested(index);
-    }))
+    , m_helper(new ClosableViewHelper(
+          this, {[](QAbstractItemView* view, const QModelIndex& index) {
+                     Q_EMIT static_cast<ClosableTreeView*>(view)->CloseRequested(index);
+                 },
+                 [](QAbstractItemView* view) { static_cast<ClosableTreeView*>(view)->executeDelayedItemsLayout(); }}))
 {
 }
 
-ClosableTreeView::~ClosableTreeView() = default;
+// The helper goes first, while the view it watches is still whole.
+ClosableTreeView::~ClosableTreeView()
+{
+    delete m_helper;
+}
 
 QModelIndex ClosableTreeView::CloseButtonIndex() const
 {

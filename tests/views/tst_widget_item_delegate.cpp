@@ -2,12 +2,442 @@
 
 #include "test_support.h"
 
+#include <functional>
+#include <memory>
+
+using OrvantaQT::WidgetItemDelegate;
+
+namespace {
+
+constexpr int kRow = 30;
+
+// A check box, a label with the row's text and a button at the right end of every row.
+class RowDelegate : public WidgetItemDelegate
+{
+public:
+    using WidgetItemDelegate::WidgetItemDelegate;
+    std::function<QList<QWidget*>()> make; // instead of the three widgets
+    mutable int created = 0;
+    QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override { return {200, kRow}; }
+
+protected:
+    QList<QWidget*> CreateItemWidgets(const QModelIndex&) const override
+    {
+        ++created;
+        if (make)
+            return make();
+        QList<QWidget*> widgets{new QCheckBox, new QLabel, new QPushButton};
+        for (int i = 0; i < 3; ++i)
+            widgets[i]->setObjectName(QString::fromLatin1("check label button").split(' ')[i]);
+        return widgets;
+    }
+    void UpdateItemWidgets(const QList<QWidget*>& widgets, const QStyleOptionViewItem& option,
+                           const QPersistentModelIndex& index) const override
+    {
+        if (widgets.size() != 3)
+            return;
+        widgets[0]->setGeometry(4, 5, 20, 20);
+        static_cast<QLabel*>(widgets[1])->setText(index.data().toString());
+        widgets[1]->setGeometry(30, 5, 100, 20);
+        widgets[2]->setGeometry(option.rect.width() - 64, 2, 60, 26);
+    }
+};
+
+void Settle()
+{
+    for (int i = 0; i < 3; ++i) {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+// A list, table or tree of "row N" texts, ten rows high, over a line edit; the delegate
+// outlives the view.
+struct Host
+{
+    std::unique_ptr<RowDelegate> delegate;
+    QStringListModel model;
+    QWidget window;
+    QAbstractItemView* view;
+    QLineEdit* after;
+    explicit Host(int rows = 50, const QString& kind = QStringLiteral("list"))
+    {
+        QStringList texts;
+        for (int i = 0; i < rows; ++i)
+            texts << QStringLiteral("row %1").arg(i);
+        model.setStringList(texts);
+        auto* tree = kind == QLatin1String("tree") ? new QTreeView : nullptr;
+        auto* table = kind == QLatin1String("table") ? new QTableView : nullptr;
+        view = tree ? static_cast<QAbstractItemView*>(tree) : table ? static_cast<QAbstractItemView*>(table) : new QListView;
+        if (tree) {
+            tree->setHeaderHidden(true);
+            tree->setRootIsDecorated(false);
+            tree->setUniformRowHeights(true);
+        } else if (table) {
+            table->horizontalHeader()->hide();
+            table->horizontalHeader()->setStretchLastSection(true);
+            table->verticalHeader()->hide();
+            table->verticalHeader()->setDefaultSectionSize(kRow);
+        } else {
+            static_cast<QListView*>(view)->setUniformItemSizes(true);
+        }
+        view->setModel(&model);
+        view->setFrameShape(QFrame::NoFrame);
+        view->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+        view->setTabKeyNavigation(false);
+        view->setFixedSize(300, 10 * kRow);
+        auto* layout = new QVBoxLayout(&window);
+        layout->addWidget(view);
+        layout->addWidget(after = new QLineEdit);
+        after->setObjectName(QStringLiteral("after"));
+        delegate.reset(new RowDelegate(view));
+    }
+    bool Show()
+    {
+        const bool shown = TestSupport::ShowAndWait(&window);
+        QApplication::setActiveWindow(&window);
+        Settle();
+        return shown;
+    }
+    QModelIndex At(int row) { return model.index(row); }
+    void Scroll(int pixels) { view->verticalScrollBar()->setValue(pixels); }
+};
+
+QVector<QModelIndex> VisibleRows(Host& h)
+{
+    QVector<QModelIndex> rows;
+    const QRect area = h.view->viewport()->rect();
+    for (int row = qMax(0, h.view->indexAt(QPoint(1, 0)).row() - 1); row < h.model.rowCount(); ++row) {
+        const QRect rect = h.view->visualRect(h.At(row));
+        if (rect.intersects(area))
+            rows << h.At(row);
+        else if (rect.isValid() && rect.top() >= area.bottom())
+            break;
+    }
+    return rows;
+}
+
+// "text @x,y" of every label a row should show (or "@x,y" of every button), and of those shown.
+QStringList Expected(Host& h, bool labels)
+{
+    QStringList places;
+    for (const QModelIndex& index : VisibleRows(h)) {
+        const QRect rect = h.view->visualRect(index);
+        places << (labels ? QStringLiteral("%1 @%2,%3").arg(index.data().toString()).arg(rect.x() + 30).arg(rect.y() + 5)
+                          : QStringLiteral("@%1,%2").arg(rect.right() + 1 - 64).arg(rect.y() + 2));
+    }
+    places.sort();
+    return places;
+}
+
+QStringList Shown(Host& h, bool labels)
+{
+    QStringList places;
+    for (QWidget* widget : h.view->viewport()->findChildren<QWidget*>(labels ? "label" : "button")) {
+        if (widget->isVisibleTo(h.view->viewport()))
+            places << QStringLiteral("%1@%2,%3")
+                          .arg(labels ? static_cast<QLabel*>(widget)->text() + ' ' : QString())
+                          .arg(widget->x())
+                          .arg(widget->y());
+    }
+    places.sort();
+    return places;
+}
+
+// Where the focus is: "row:widget" inside a row, "view:current row" or the widget's name.
+QString Focus(Host& h)
+{
+    QWidget* focus = QApplication::focusWidget();
+    if (focus == h.view)
+        return QStringLiteral("view:%1").arg(h.view->currentIndex().row());
+    const QPersistentModelIndex row = h.delegate->FocusedIndex();
+    return row.isValid() ? QStringLiteral("%1:%2").arg(row.row()).arg(focus->objectName())
+                         : focus ? focus->objectName() : QStringLiteral("none");
+}
+
+using Action = std::function<void(Host&)>;
+using Check = std::function<QString(Host&)>;
+
+} // namespace
+
+Q_DECLARE_METATYPE(Action)
+Q_DECLARE_METATYPE(Check)
+
 class TestWidgetItemDelegate : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void builds() { QVERIFY(true); }
+    void liveSetsStayFew_data()
+    {
+        QTest::addColumn<int>("height");
+        QTest::addColumn<double>("to"); // of the way down
+        for (const int height : {10 * kRow, 4 * kRow + 7}) {
+            QTest::addRow("%d high, top", height) << height << 0.0;
+            QTest::addRow("%d high, middle", height) << height << 0.5;
+            QTest::addRow("%d high, end", height) << height << 1.0;
+        }
+    }
+    // 100,000 rows: sets for the rows in sight and a few more, whatever was scrolled past,
+    // each showing its own row.
+    void liveSetsStayFew()
+    {
+        QFETCH(int, height);
+        QFETCH(double, to);
+        Host h(100000);
+        h.view->setFixedHeight(height);
+        QVERIFY(h.Show());
+        const int end = h.view->verticalScrollBar()->maximum();
+        for (int step = 0; step <= 10; ++step) {
+            h.Scroll(int(end * to * step / 10) + step * 7);
+            Settle();
+            const int visible = VisibleRows(h).size();
+            QVERIFY(visible >= height / kRow);
+            QVERIFY2(h.delegate->LiveWidgetSetCount() <= visible + 4, qPrintable(QString::number(h.delegate->LiveWidgetSetCount())));
+            QCOMPARE(h.view->viewport()->children().size(), 3 * h.delegate->LiveWidgetSetCount());
+            QCOMPARE(Shown(h, true), Expected(h, true));
+        }
+        QVERIFY(h.delegate->created <= VisibleRows(h).size() + 4);
+    }
+
+    void placedOverRows_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<Action>("change");
+        const QVector<QPair<const char*, Action>> changes{
+            {"scrolled", [](Host& h) { h.Scroll(95); }},
+            {"scrolled to the end", [](Host& h) { h.Scroll(h.view->verticalScrollBar()->maximum()); }},
+            {"narrower", [](Host& h) { h.view->setFixedWidth(210); }},
+            {"shorter", [](Host& h) { h.view->setFixedHeight(3 * kRow); }},
+            {"rows inserted above", [](Host& h) { h.model.insertRows(1, 2); h.model.setData(h.At(1), "new"); }},
+            {"rows removed above", [](Host& h) { h.model.removeRows(0, 3); }},
+            {"rows moved", [](Host& h) { h.model.moveRows(QModelIndex(), 0, 2, QModelIndex(), 9); }},
+            {"sorted", [](Host& h) { h.model.sort(0, Qt::DescendingOrder); }},
+            {"data changed", [](Host& h) { h.model.setData(h.At(2), "edited"); }},
+            {"model reset", [](Host& h) { h.model.setStringList({"a", "b", "c"}); }},
+            {"row hidden", [](Host& h) {
+                 if (auto* list = qobject_cast<QListView*>(h.view))
+                     list->setRowHidden(1, true);
+                 else if (auto* table = qobject_cast<QTableView*>(h.view))
+                     table->setRowHidden(1, true);
+                 else
+                     static_cast<QTreeView*>(h.view)->setRowHidden(1, QModelIndex(), true);
+             }},
+        };
+        for (const char* kind : {"list", "table", "tree"}) {
+            for (const auto& change : changes)
+                QTest::addRow("%s, %s", kind, change.first) << QString::fromLatin1(kind) << change.second;
+        }
+    }
+    // The widgets of every row in sight over it, with its data, and none elsewhere.
+    void placedOverRows()
+    {
+        QFETCH(QString, kind);
+        QFETCH(Action, change);
+        Host h(50, kind);
+        QVERIFY(h.Show());
+        QCOMPARE(Shown(h, true), Expected(h, true));
+        change(h);
+        Settle();
+        QCOMPARE(Shown(h, true), Expected(h, true));
+        QCOMPARE(Shown(h, false), Expected(h, false));
+    }
+
+    void tabOrder_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<int>("rows");
+        QTest::addColumn<int>("current"); // when the view gets the focus and the first Tab
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<QString>("path");
+        for (const char* kind : {"list", "table", "tree"}) {
+            QTest::addRow("%s, through a row and back", kind)
+                << kind << 50 << 0 << "Tab Tab Tab Backtab Backtab Backtab"
+                << "0:check 0:button 1:check 0:button 0:check view:0";
+            QTest::addRow("%s, below the page", kind)
+                << kind << 50 << 8 << "Tab Tab Tab Tab Tab Tab Tab Backtab"
+                << "8:check 8:button 9:check 9:button 10:check 10:button 11:check 10:button";
+            QTest::addRow("%s, off the end", kind) << kind << 3 << 2 << "Tab Tab Tab" << "2:check 2:button after";
+        }
+    }
+    // Tab goes from widget to widget, row after row, into view; the current index follows.
+    void tabOrder()
+    {
+        QFETCH(QString, kind);
+        QFETCH(int, rows);
+        QFETCH(int, current);
+        QFETCH(QString, keys);
+        QFETCH(QString, path);
+        Host h(rows, kind);
+        QVERIFY(h.Show());
+        h.view->setCurrentIndex(h.At(current));
+        h.view->setFocus();
+        Settle();
+        QStringList went;
+        for (const QString& key : keys.split(' ')) {
+            QTest::keyClick(QApplication::focusWidget(), key == QLatin1String("Tab") ? Qt::Key_Tab : Qt::Key_Backtab);
+            Settle();
+            went << Focus(h);
+            if (h.delegate->FocusedIndex().isValid()) {
+                QCOMPARE(h.view->currentIndex(), QModelIndex(h.delegate->FocusedIndex()));
+                const QWidget* focus = QApplication::focusWidget();
+                QVERIFY(h.view->viewport()->rect().contains(focus->geometry()));
+            }
+        }
+        QCOMPARE(went.join(' '), path);
+    }
+
+    void blockedEvents_data()
+    {
+        QTest::addColumn<QString>("widget"); // of row 3
+        QTest::addColumn<QString>("blocked"); // "default", "none" or "KeyPress"
+        QTest::addColumn<QString>("input");
+        QTest::addColumn<QString>("expected"); // current row, selection, what the widget did
+        QTest::newRow("button, default") << "button" << "default" << "click" << "0 [] clicked";
+        QTest::newRow("button, none") << "button" << "none" << "click" << "3 [3] clicked";
+        QTest::newRow("check, default") << "check" << "default" << "click" << "0 [] toggled";
+        QTest::newRow("check, none") << "check" << "none" << "click" << "3 [3] toggled";
+        QTest::newRow("label, default") << "label" << "default" << "click" << "0 [] ";
+        QTest::newRow("label, none") << "label" << "none" << "click" << "3 [3] ";
+        QTest::newRow("label double click, default") << "label" << "default" << "double" << "0 [] ";
+        QTest::newRow("Page Down on a button") << "button" << "default" << "PageDown" << "12 [12] ";
+        QTest::newRow("Page Down on a button, blocked") << "button" << "KeyPress" << "PageDown" << "3 [] ";
+    }
+    // Events of the blocked types stay with the widget; the others reach the view too, once.
+    void blockedEvents()
+    {
+        QFETCH(QString, widget);
+        QFETCH(QString, blocked);
+        QFETCH(QString, input);
+        QFETCH(QString, expected);
+        Host h;
+        QVERIFY(h.Show());
+        QWidget* target = nullptr;
+        for (QWidget* each : h.view->viewport()->findChildren<QWidget*>(widget)) {
+            if (each->isVisible() && each->geometry().intersects(h.view->visualRect(h.At(3))))
+                target = each;
+        }
+        QVERIFY(target);
+        QCOMPARE(h.delegate->BlockedEventTypes(target),
+                 QList<QEvent::Type>({QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick}));
+        if (blocked != QLatin1String("default"))
+            h.delegate->SetBlockedEventTypes(target, blocked == QLatin1String("none") ? QList<QEvent::Type>() : QList<QEvent::Type>{QEvent::KeyPress});
+        QString did;
+        if (auto* button = qobject_cast<QAbstractButton*>(target)) {
+            connect(button, &QAbstractButton::clicked, this, [&did, button] { did += button->isCheckable() ? "toggled" : "clicked"; });
+        }
+        h.view->setCurrentIndex(h.At(0));
+        h.view->clearSelection();
+        if (input == QLatin1String("click")) {
+            QTest::mouseClick(target, Qt::LeftButton, {}, QPoint(3, 3));
+        } else if (input == QLatin1String("double")) {
+            QTest::mouseDClick(target, Qt::LeftButton, {}, QPoint(3, 3));
+        } else {
+            target->setFocus(Qt::OtherFocusReason);
+            QCOMPARE(h.view->currentIndex().row(), 3);
+            QTest::keyClick(target, Qt::Key_PageDown);
+        }
+        QStringList selected;
+        for (const QModelIndex& index : h.view->selectionModel()->selectedIndexes())
+            selected << QString::number(index.row());
+        QCOMPARE(QStringLiteral("%1 [%2] %3").arg(h.view->currentIndex().row()).arg(selected.join(',')).arg(did), expected);
+    }
+
+    void badInput_data()
+    {
+        QTest::addColumn<Check>("check");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<QStringList>("logged");
+        const auto placed = [](Host& h) {
+            return QStringLiteral("%1 %2").arg(Shown(h, true) == Expected(h, true) ? "placed" : "misplaced").arg(Focus(h));
+        };
+        QTest::newRow("no view") << Check([](Host& h) {
+            RowDelegate bare(nullptr);
+            QImage ours(100, kRow, QImage::Format_ARGB32), plain = ours, without = ours;
+            QStyleOptionViewItem option;
+            option.rect = ours.rect();
+            int i = 0;
+            for (const QAbstractItemDelegate* delegate : {static_cast<QAbstractItemDelegate*>(&bare), static_cast<QAbstractItemDelegate*>(h.delegate.get())}) {
+                QImage& image = i++ ? without : ours;
+                image.fill(Qt::white);
+                QPainter painter(&image);
+                delegate->paint(&painter, option, h.At(0));
+            }
+            plain.fill(Qt::white);
+            QPainter painter(&plain);
+            QStyledItemDelegate().paint(&painter, option, h.At(0));
+            painter.end();
+            bare.SetBlockedEventTypes(nullptr, {});
+            return QStringLiteral("%1 %2 %3 %4").arg(bare.ItemView() ? "view" : "none").arg(bare.LiveWidgetSetCount())
+                .arg(ours == plain ? "as styled" : "unlike").arg(without == plain ? "with text" : "no text");
+        }) << "none 0 as styled no text"
+           << QStringList{"3 WidgetItemDelegate: no view to host the widgets of the rows in; it paints as a QStyledItemDelegate",
+                          "3 WidgetItemDelegate: no widget to block events of"};
+        QTest::newRow("null widgets made") << Check([](Host&) {
+            Host other;
+            other.delegate->make = [] { return QList<QWidget*>{nullptr, new QLabel(QStringLiteral("x")), nullptr}; };
+            other.Show();
+            return QStringLiteral("%1 %2").arg(other.delegate->LiveWidgetSetCount()).arg(other.view->viewport()->children().size());
+        }) << "10 10" << QStringList{"3 WidgetItemDelegate: CreateItemWidgets gave a null widget; the row goes on without it"};
+        QTest::newRow("no widgets made") << Check([](Host&) {
+            Host other(2);
+            other.delegate->make = [] { return QList<QWidget*>(); };
+            other.Show();
+            return QStringLiteral("%1 %2").arg(other.delegate->LiveWidgetSetCount()).arg(other.view->viewport()->children().size());
+        }) << "2 0" << QStringList();
+        QTest::newRow("no model") << Check([](Host& h) {
+            h.view->setModel(nullptr);
+            Settle();
+            return QStringLiteral("%1 %2").arg(Shown(h, true).size()).arg(Focus(h));
+        }) << "0 view:-1" << QStringList();
+        QTest::newRow("model replaced") << Check([placed](Host& h) {
+            auto* other = new QStringListModel({"one", "two"}, h.view);
+            h.view->setModel(other);
+            h.model.setData(h.At(0), "old model");
+            Settle();
+            return Shown(h, true).join(',') + ' ' + Focus(h);
+        }) << "one @30,5,two @30,35 view:0" << QStringList();
+        QTest::newRow("focused row removed") << Check([placed](Host& h) {
+            h.model.removeRows(1, 3);
+            Settle();
+            return placed(h);
+        }) << "placed view:1" << QStringList();
+        QTest::newRow("focused row reset") << Check([placed](Host& h) {
+            h.model.setStringList({"a"});
+            Settle();
+            return placed(h);
+        }) << "placed view:-1" << QStringList();
+        QTest::newRow("widget deleted by the host") << Check([placed](Host& h) {
+            delete h.view->viewport()->findChildren<QLabel*>("label").value(2);
+            Settle();
+            return QStringLiteral("%1 %2").arg(placed(h)).arg(h.delegate->LiveWidgetSetCount());
+        }) << "placed view:2 10"
+           << QStringList{"3 WidgetItemDelegate: a widget of a row was deleted or taken by the host; the delegate owns "
+                          "them, and makes the row's widgets again"};
+        QTest::newRow("view deleted first") << Check([](Host& h) {
+            delete h.view;
+            return QStringLiteral("%1 %2 %3").arg(h.delegate->ItemView() ? "view" : "none").arg(h.delegate->LiveWidgetSetCount())
+                .arg(h.delegate->FocusedIndex().isValid() ? "focused" : "no focus");
+        }) << "none 0 no focus" << QStringList();
+    }
+    // Each one safe, the rows shown as they should be, and said once in the log when it is
+    // the host's mistake. The button of row 2 has the focus before.
+    void badInput()
+    {
+        QFETCH(Check, check);
+        QFETCH(QString, expected);
+        QFETCH(QStringList, logged);
+        Host h;
+        QVERIFY(h.Show());
+        const auto buttons = h.view->viewport()->findChildren<QPushButton*>("button");
+        const auto row2 = std::find_if(buttons.begin(), buttons.end(), [&](QWidget* button) { return button->y() == 2 * kRow + 2; });
+        QVERIFY(row2 != buttons.end());
+        (*row2)->setFocus(Qt::TabFocusReason);
+        QCOMPARE(Focus(h), QStringLiteral("2:button"));
+        const LogCapture::Mark mark;
+        QCOMPARE(check(h), expected);
+        QCOMPARE(mark.Texts(), logged);
+    }
 };
 
 QTEST_MAIN(TestWidgetItemDelegate)

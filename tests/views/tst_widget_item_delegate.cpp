@@ -290,7 +290,7 @@ private Q_SLOTS:
     void blockedEvents_data()
     {
         QTest::addColumn<QString>("widget"); // of row 3
-        QTest::addColumn<QString>("blocked"); // "default", "none" or "KeyPress"
+        QTest::addColumn<QString>("blocked"); // "default", "none" or the one type blocked
         QTest::addColumn<QString>("input");
         QTest::addColumn<QString>("expected"); // current row, selection, what the widget did
         QTest::newRow("button, default") << "button" << "default" << "click" << "0 [] clicked";
@@ -300,6 +300,10 @@ private Q_SLOTS:
         QTest::newRow("label, default") << "label" << "default" << "click" << "0 [] ";
         QTest::newRow("label, none") << "label" << "none" << "click" << "3 [3] ";
         QTest::newRow("label double click, default") << "label" << "default" << "double" << "0 [] ";
+        QTest::newRow("label drag, default") << "label" << "default" << "drag" << "0 [] ";
+        QTest::newRow("label drag, presses blocked") << "label" << "MouseButtonPress" << "drag" << "0 [] ";
+        QTest::newRow("label drag, none") << "label" << "none" << "drag" << "3 [3] ";
+        QTest::newRow("label, after row 5 reached the view") << "label" << "default" << "row 5, click" << "0 [] ";
         QTest::newRow("Page Down on a button") << "button" << "default" << "PageDown" << "12 [12] ";
         QTest::newRow("Page Down on a button, blocked") << "button" << "KeyPress" << "PageDown" << "3 [] ";
     }
@@ -312,26 +316,41 @@ private Q_SLOTS:
         QFETCH(QString, expected);
         Host h;
         QVERIFY(h.Show());
-        QWidget* target = nullptr;
-        for (QWidget* each : h.view->viewport()->findChildren<QWidget*>(widget)) {
-            if (each->isVisible() && each->geometry().intersects(h.view->visualRect(h.At(3))))
-                target = each;
-        }
+        const auto find = [&h](const QString& name, int row) {
+            for (QWidget* each : h.view->viewport()->findChildren<QWidget*>(name)) {
+                if (each->isVisible() && each->geometry().intersects(h.view->visualRect(h.At(row))))
+                    return each;
+            }
+            return static_cast<QWidget*>(nullptr);
+        };
+        QWidget* target = find(widget, 3);
         QVERIFY(target);
+        if (input.startsWith(QLatin1String("row 5"))) {
+            h.delegate->SetBlockedEventTypes(find(QStringLiteral("label"), 5), {});
+            QTest::mouseClick(find(QStringLiteral("label"), 5), Qt::LeftButton, {}, QPoint(3, 3));
+            QCOMPARE(h.view->currentIndex().row(), 5);
+        }
         QCOMPARE(h.delegate->BlockedEventTypes(target),
                  QList<QEvent::Type>({QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick}));
-        if (blocked != QLatin1String("default"))
-            h.delegate->SetBlockedEventTypes(target, blocked == QLatin1String("none") ? QList<QEvent::Type>() : QList<QEvent::Type>{QEvent::KeyPress});
+        if (blocked != QLatin1String("default")) {
+            const int type = QEvent::staticMetaObject.enumerator(QEvent::staticMetaObject.indexOfEnumerator("Type")).keyToValue(qPrintable(blocked));
+            h.delegate->SetBlockedEventTypes(target, type < 0 ? QList<QEvent::Type>() : QList<QEvent::Type>{QEvent::Type(type)});
+        }
         QString did;
         if (auto* button = qobject_cast<QAbstractButton*>(target)) {
             connect(button, &QAbstractButton::clicked, this, [&did, button] { did += button->isCheckable() ? "toggled" : "clicked"; });
         }
         h.view->setCurrentIndex(h.At(0));
         h.view->clearSelection();
-        if (input == QLatin1String("click")) {
+        if (input.endsWith(QLatin1String("click"))) {
             QTest::mouseClick(target, Qt::LeftButton, {}, QPoint(3, 3));
         } else if (input == QLatin1String("double")) {
             QTest::mouseDClick(target, Qt::LeftButton, {}, QPoint(3, 3));
+        } else if (input == QLatin1String("drag")) {
+            QTest::mousePress(target, Qt::LeftButton, {}, QPoint(3, 3));
+            QMouseEvent move(QEvent::MouseMove, QPointF(9, 9), target->mapToGlobal(QPoint(9, 9)), Qt::NoButton, Qt::LeftButton, {});
+            QApplication::sendEvent(target, &move);
+            QTest::mouseRelease(target, Qt::LeftButton, {}, QPoint(9, 9));
         } else {
             target->setFocus(Qt::OtherFocusReason);
             QCOMPARE(h.view->currentIndex().row(), 3);

@@ -2,6 +2,8 @@
 
 #include "test_support.h"
 
+#include <QtTest/qtestspontaneevent.h>
+
 #include <functional>
 #include <memory>
 
@@ -239,6 +241,7 @@ private Q_SLOTS:
         QCOMPARE(Shown(h, true), Expected(h, true));
         change(h);
         Settle();
+        QVERIFY(h.delegate->LiveWidgetSetCount() <= VisibleRows(h).size() + 4);
         QCOMPARE(Shown(h, true), Expected(h, true));
         QCOMPARE(Shown(h, false), Expected(h, false));
     }
@@ -303,6 +306,8 @@ private Q_SLOTS:
         QTest::newRow("label drag, default") << "label" << "default" << "drag" << "0 [] ";
         QTest::newRow("label drag, presses blocked") << "label" << "MouseButtonPress" << "drag" << "0 [] ";
         QTest::newRow("label drag, none") << "label" << "none" << "drag" << "3 [3] ";
+        QTest::newRow("label wheel, default") << "label" << "default" << "wheel" << "0 [] scrolled";
+        QTest::newRow("label wheel, blocked") << "label" << "Wheel" << "wheel" << "0 [] ";
         QTest::newRow("label, after row 5 reached the view") << "label" << "default" << "row 5, click" << "0 [] ";
         QTest::newRow("Page Down on a button") << "button" << "default" << "PageDown" << "12 [12] ";
         QTest::newRow("Page Down on a button, blocked") << "button" << "KeyPress" << "PageDown" << "3 [] ";
@@ -351,6 +356,11 @@ private Q_SLOTS:
             QMouseEvent move(QEvent::MouseMove, QPointF(9, 9), target->mapToGlobal(QPoint(9, 9)), Qt::NoButton, Qt::LeftButton, {});
             QApplication::sendEvent(target, &move);
             QTest::mouseRelease(target, Qt::LeftButton, {}, QPoint(9, 9));
+        } else if (input == QLatin1String("wheel")) {
+            QWheelEvent wheel(QPointF(3, 3), QPointF(target->mapToGlobal(QPoint(3, 3))), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+            QSpontaneKeyEvent::setSpontaneous(&wheel); // as the window system's: those go up to the parents
+            QApplication::instance()->notify(target, &wheel);
+            did += h.view->verticalScrollBar()->value() > 0 ? "scrolled" : "";
         } else {
             target->setFocus(Qt::OtherFocusReason);
             QCOMPARE(h.view->currentIndex().row(), 3);

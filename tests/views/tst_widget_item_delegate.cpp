@@ -68,14 +68,13 @@ struct Host
         for (int i = 0; i < rows; ++i)
             texts << QStringLiteral("row %1").arg(i);
         model.setStringList(texts);
-        auto* tree = kind == QLatin1String("tree") ? new QTreeView : nullptr;
-        auto* table = kind == QLatin1String("table") ? new QTableView : nullptr;
-        view = tree ? static_cast<QAbstractItemView*>(tree) : table ? static_cast<QAbstractItemView*>(table) : new QListView;
-        if (tree) {
+        view = kind == QLatin1String("tree") ? new QTreeView
+             : kind == QLatin1String("table") ? static_cast<QAbstractItemView*>(new QTableView) : new QListView;
+        if (auto* tree = qobject_cast<QTreeView*>(view)) {
             tree->setHeaderHidden(true);
             tree->setRootIsDecorated(false);
             tree->setUniformRowHeights(true);
-        } else if (table) {
+        } else if (auto* table = qobject_cast<QTableView*>(view)) {
             table->horizontalHeader()->hide();
             table->horizontalHeader()->setStretchLastSection(true);
             table->verticalHeader()->hide();
@@ -102,7 +101,6 @@ struct Host
         return shown;
     }
     QModelIndex At(int row) { return model.index(row); }
-    void Scroll(int pixels) { view->verticalScrollBar()->setValue(pixels); }
 };
 
 QVector<QModelIndex> VisibleRows(Host& h)
@@ -137,13 +135,21 @@ QStringList Shown(Host& h, bool labels)
     QStringList places;
     for (QWidget* widget : h.view->viewport()->findChildren<QWidget*>(labels ? "label" : "button")) {
         if (widget->isVisibleTo(h.view->viewport()))
-            places << QStringLiteral("%1@%2,%3")
-                          .arg(labels ? static_cast<QLabel*>(widget)->text() + ' ' : QString())
-                          .arg(widget->x())
-                          .arg(widget->y());
+            places << QStringLiteral("%1@%2,%3").arg(labels ? static_cast<QLabel*>(widget)->text() + ' ' : QString())
+                          .arg(widget->x()).arg(widget->y());
     }
     places.sort();
     return places;
+}
+
+// The shown widget of that name over the row.
+QWidget* Find(Host& h, const QString& name, int row)
+{
+    for (QWidget* widget : h.view->viewport()->findChildren<QWidget*>(name)) {
+        if (widget->isVisible() && widget->geometry().intersects(h.view->visualRect(h.At(row))))
+            return widget;
+    }
+    return nullptr;
 }
 
 // Where the focus is: "row:widget" inside a row, "view:current row" or the widget's name.
@@ -175,9 +181,8 @@ private Q_SLOTS:
         QTest::addColumn<int>("height");
         QTest::addColumn<double>("to"); // of the way down
         for (const int height : {10 * kRow, 4 * kRow + 7}) {
-            QTest::addRow("%d high, top", height) << height << 0.0;
-            QTest::addRow("%d high, middle", height) << height << 0.5;
-            QTest::addRow("%d high, end", height) << height << 1.0;
+            for (const double to : {0.0, 0.5, 1.0})
+                QTest::addRow("%d high, to %.1f", height, to) << height << to;
         }
     }
     // 100,000 rows: sets for the rows in sight and a few more, whatever was scrolled past,
@@ -191,11 +196,11 @@ private Q_SLOTS:
         QVERIFY(h.Show());
         const int end = h.view->verticalScrollBar()->maximum();
         for (int step = 0; step <= 10; ++step) {
-            h.Scroll(int(end * to * step / 10) + step * 7);
+            h.view->verticalScrollBar()->setValue(int(end * to * step / 10) + step * 7);
             Settle();
             const int visible = VisibleRows(h).size();
             QVERIFY(visible >= height / kRow);
-            QVERIFY2(h.delegate->LiveWidgetSetCount() <= visible + 4, qPrintable(QString::number(h.delegate->LiveWidgetSetCount())));
+            QVERIFY(h.delegate->LiveWidgetSetCount() <= visible + 4);
             QCOMPARE(h.view->viewport()->children().size(), 3 * h.delegate->LiveWidgetSetCount());
             QCOMPARE(Shown(h, true), Expected(h, true));
         }
@@ -207,8 +212,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("kind");
         QTest::addColumn<Action>("change");
         const QVector<QPair<const char*, Action>> changes{
-            {"scrolled", [](Host& h) { h.Scroll(95); }},
-            {"scrolled to the end", [](Host& h) { h.Scroll(h.view->verticalScrollBar()->maximum()); }},
+            {"scrolled", [](Host& h) { h.view->verticalScrollBar()->setValue(95); }},
+            {"scrolled to the end", [](Host& h) { h.view->verticalScrollBar()->setValue(1 << 20); }},
             {"narrower", [](Host& h) { h.view->setFixedWidth(210); }},
             {"shorter", [](Host& h) { h.view->setFixedHeight(3 * kRow); }},
             {"rows inserted above", [](Host& h) { h.model.insertRows(1, 2); h.model.setData(h.At(1), "new"); }},
@@ -249,29 +254,27 @@ private Q_SLOTS:
     void tabOrder_data()
     {
         QTest::addColumn<QString>("kind");
-        QTest::addColumn<int>("rows");
         QTest::addColumn<int>("current"); // when the view gets the focus and the first Tab
         QTest::addColumn<QString>("keys");
         QTest::addColumn<QString>("path");
         for (const char* kind : {"list", "table", "tree"}) {
             QTest::addRow("%s, through a row and back", kind)
-                << kind << 50 << 0 << "Tab Tab Tab Backtab Backtab Backtab"
+                << kind << 0 << "Tab Tab Tab Backtab Backtab Backtab"
                 << "0:check 0:button 1:check 0:button 0:check view:0";
             QTest::addRow("%s, below the page", kind)
-                << kind << 50 << 8 << "Tab Tab Tab Tab Tab Tab Tab Backtab"
+                << kind << 8 << "Tab Tab Tab Tab Tab Tab Tab Backtab"
                 << "8:check 8:button 9:check 9:button 10:check 10:button 11:check 10:button";
-            QTest::addRow("%s, off the end", kind) << kind << 3 << 2 << "Tab Tab Tab" << "2:check 2:button after";
+            QTest::addRow("%s, off the end", kind) << kind << 49 << "Tab Tab Tab" << "49:check 49:button after";
         }
     }
     // Tab goes from widget to widget, row after row, into view; the current index follows.
     void tabOrder()
     {
         QFETCH(QString, kind);
-        QFETCH(int, rows);
         QFETCH(int, current);
         QFETCH(QString, keys);
         QFETCH(QString, path);
-        Host h(rows, kind);
+        Host h(50, kind);
         QVERIFY(h.Show());
         h.view->setCurrentIndex(h.At(current));
         h.view->setFocus();
@@ -292,47 +295,37 @@ private Q_SLOTS:
 
     void blockedEvents_data()
     {
-        QTest::addColumn<QString>("widget"); // of row 3
-        QTest::addColumn<QString>("blocked"); // "default", "none" or the one type blocked
-        QTest::addColumn<QString>("input");
+        QTest::addColumn<QString>("setUp"); // widget of row 3, types blocked ("default", "none" or one), input
         QTest::addColumn<QString>("expected"); // current row, selection, what the widget did
-        QTest::newRow("button, default") << "button" << "default" << "click" << "0 [] clicked";
-        QTest::newRow("button, none") << "button" << "none" << "click" << "3 [3] clicked";
-        QTest::newRow("check, default") << "check" << "default" << "click" << "0 [] toggled";
-        QTest::newRow("check, none") << "check" << "none" << "click" << "3 [3] toggled";
-        QTest::newRow("label, default") << "label" << "default" << "click" << "0 [] ";
-        QTest::newRow("label, none") << "label" << "none" << "click" << "3 [3] ";
-        QTest::newRow("label double click, default") << "label" << "default" << "double" << "0 [] ";
-        QTest::newRow("label drag, default") << "label" << "default" << "drag" << "0 [] ";
-        QTest::newRow("label drag, presses blocked") << "label" << "MouseButtonPress" << "drag" << "0 [] ";
-        QTest::newRow("label drag, none") << "label" << "none" << "drag" << "3 [3] ";
-        QTest::newRow("label wheel, default") << "label" << "default" << "wheel" << "0 [] scrolled";
-        QTest::newRow("label wheel, blocked") << "label" << "Wheel" << "wheel" << "0 [] ";
-        QTest::newRow("label, after row 5 reached the view") << "label" << "default" << "row 5, click" << "0 [] ";
-        QTest::newRow("Page Down on a button") << "button" << "default" << "PageDown" << "12 [12] ";
-        QTest::newRow("Page Down on a button, blocked") << "button" << "KeyPress" << "PageDown" << "3 [] ";
+        QTest::newRow("button, default") << "button|default|click" << "0 [] clicked";
+        QTest::newRow("button, none") << "button|none|click" << "3 [3] clicked";
+        QTest::newRow("check, default") << "check|default|click" << "0 [] toggled";
+        QTest::newRow("check, none") << "check|none|click" << "3 [3] toggled";
+        QTest::newRow("label, default") << "label|default|click" << "0 [] ";
+        QTest::newRow("label, none") << "label|none|click" << "3 [3] ";
+        QTest::newRow("label double click, default") << "label|default|double" << "0 [] ";
+        QTest::newRow("label drag, default") << "label|default|drag" << "0 [] ";
+        QTest::newRow("label drag, presses blocked") << "label|MouseButtonPress|drag" << "0 [] ";
+        QTest::newRow("label drag, none") << "label|none|drag" << "3 [3] ";
+        QTest::newRow("label wheel, default") << "label|default|wheel" << "0 [] scrolled";
+        QTest::newRow("label wheel, blocked") << "label|Wheel|wheel" << "0 [] ";
+        QTest::newRow("label, after row 5 reached the view") << "label|default|row 5, click" << "0 [] ";
+        QTest::newRow("Page Down on a button") << "button|default|PageDown" << "12 [12] ";
+        QTest::newRow("Page Down on a button, blocked") << "button|KeyPress|PageDown" << "3 [] ";
     }
     // Events of the blocked types stay with the widget; the others reach the view too, once.
     void blockedEvents()
     {
-        QFETCH(QString, widget);
-        QFETCH(QString, blocked);
-        QFETCH(QString, input);
+        QFETCH(QString, setUp);
         QFETCH(QString, expected);
+        const QString widget = setUp.section('|', 0, 0), blocked = setUp.section('|', 1, 1), input = setUp.section('|', 2);
         Host h;
         QVERIFY(h.Show());
-        const auto find = [&h](const QString& name, int row) {
-            for (QWidget* each : h.view->viewport()->findChildren<QWidget*>(name)) {
-                if (each->isVisible() && each->geometry().intersects(h.view->visualRect(h.At(row))))
-                    return each;
-            }
-            return static_cast<QWidget*>(nullptr);
-        };
-        QWidget* target = find(widget, 3);
+        QWidget* target = Find(h, widget, 3);
         QVERIFY(target);
         if (input.startsWith(QLatin1String("row 5"))) {
-            h.delegate->SetBlockedEventTypes(find(QStringLiteral("label"), 5), {});
-            QTest::mouseClick(find(QStringLiteral("label"), 5), Qt::LeftButton, {}, QPoint(3, 3));
+            h.delegate->SetBlockedEventTypes(Find(h, QStringLiteral("label"), 5), {});
+            QTest::mouseClick(Find(h, QStringLiteral("label"), 5), Qt::LeftButton, {}, QPoint(3, 3));
             QCOMPARE(h.view->currentIndex().row(), 5);
         }
         QCOMPARE(h.delegate->BlockedEventTypes(target),
@@ -342,9 +335,8 @@ private Q_SLOTS:
             h.delegate->SetBlockedEventTypes(target, type < 0 ? QList<QEvent::Type>() : QList<QEvent::Type>{QEvent::Type(type)});
         }
         QString did;
-        if (auto* button = qobject_cast<QAbstractButton*>(target)) {
+        if (auto* button = qobject_cast<QAbstractButton*>(target))
             connect(button, &QAbstractButton::clicked, this, [&did, button] { did += button->isCheckable() ? "toggled" : "clicked"; });
-        }
         h.view->setCurrentIndex(h.At(0));
         h.view->clearSelection();
         if (input.endsWith(QLatin1String("click"))) {
@@ -382,26 +374,25 @@ private Q_SLOTS:
         };
         QTest::newRow("no view") << Check([](Host& h) {
             RowDelegate bare(nullptr);
-            QImage ours(100, kRow, QImage::Format_ARGB32), plain = ours, without = ours;
-            QStyleOptionViewItem option;
-            option.rect = ours.rect();
-            int i = 0;
-            for (const QAbstractItemDelegate* delegate : {static_cast<QAbstractItemDelegate*>(&bare), static_cast<QAbstractItemDelegate*>(h.delegate.get())}) {
-                QImage& image = i++ ? without : ours;
+            bare.SetBlockedEventTypes(nullptr, {});
+            const auto paint = [&h](const QAbstractItemDelegate& delegate) {
+                QImage image(100, kRow, QImage::Format_ARGB32);
                 image.fill(Qt::white);
                 QPainter painter(&image);
-                delegate->paint(&painter, option, h.At(0));
-            }
-            plain.fill(Qt::white);
-            QPainter painter(&plain);
-            QStyledItemDelegate().paint(&painter, option, h.At(0));
-            painter.end();
-            bare.SetBlockedEventTypes(nullptr, {});
-            return QStringLiteral("%1 %2 %3 %4").arg(bare.ItemView() ? "view" : "none").arg(bare.LiveWidgetSetCount())
-                .arg(ours == plain ? "as styled" : "unlike").arg(without == plain ? "with text" : "no text");
-        }) << "none 0 as styled no text"
+                QStyleOptionViewItem option;
+                option.rect = image.rect();
+                delegate.paint(&painter, option, h.At(0));
+                painter.end();
+                return image;
+            };
+            const QImage plain = paint(QStyledItemDelegate());
+            return QStringLiteral("%1 %2 %3 %4 %5").arg(bare.ItemView() ? "view" : "none").arg(bare.LiveWidgetSetCount())
+                .arg(bare.BlockedEventTypes(nullptr).size()).arg(paint(bare) == plain ? "as styled" : "unlike")
+                .arg(paint(*h.delegate) == plain ? "with text" : "no text");
+        }) << "none 0 0 as styled no text"
            << QStringList{"3 WidgetItemDelegate: no view to host the widgets of the rows in; it paints as a QStyledItemDelegate",
-                          "3 WidgetItemDelegate: no widget to block events of"};
+                          "3 WidgetItemDelegate: no widget to block events of",
+                          "3 WidgetItemDelegate: no widget to tell the blocked events of"};
         QTest::newRow("null widgets made") << Check([](Host&) {
             Host other;
             other.delegate->make = [] { return QList<QWidget*>{nullptr, new QLabel(QStringLiteral("x")), nullptr}; };
@@ -419,7 +410,7 @@ private Q_SLOTS:
             Settle();
             return QStringLiteral("%1 %2").arg(Shown(h, true).size()).arg(Focus(h));
         }) << "0 view:-1" << QStringList();
-        QTest::newRow("model replaced") << Check([placed](Host& h) {
+        QTest::newRow("model replaced") << Check([](Host& h) {
             auto* other = new QStringListModel({"one", "two"}, h.view);
             h.view->setModel(other);
             h.model.setData(h.At(0), "old model");
@@ -437,7 +428,7 @@ private Q_SLOTS:
             return placed(h);
         }) << "placed view:-1" << QStringList();
         QTest::newRow("widget deleted by the host") << Check([placed](Host& h) {
-            delete h.view->viewport()->findChildren<QLabel*>("label").value(2);
+            delete Find(h, QStringLiteral("label"), 2);
             Settle();
             return QStringLiteral("%1 %2").arg(placed(h)).arg(h.delegate->LiveWidgetSetCount());
         }) << "placed view:2 10"
@@ -458,10 +449,8 @@ private Q_SLOTS:
         QFETCH(QStringList, logged);
         Host h;
         QVERIFY(h.Show());
-        const auto buttons = h.view->viewport()->findChildren<QPushButton*>("button");
-        const auto row2 = std::find_if(buttons.begin(), buttons.end(), [&](QWidget* button) { return button->y() == 2 * kRow + 2; });
-        QVERIFY(row2 != buttons.end());
-        (*row2)->setFocus(Qt::TabFocusReason);
+        QVERIFY(Find(h, QStringLiteral("button"), 2));
+        Find(h, QStringLiteral("button"), 2)->setFocus(Qt::TabFocusReason);
         QCOMPARE(Focus(h), QStringLiteral("2:button"));
         const LogCapture::Mark mark;
         QCOMPARE(check(h), expected);

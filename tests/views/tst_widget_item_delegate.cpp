@@ -379,6 +379,13 @@ private Q_SLOTS:
         const auto placed = [](Host& h) {
             return QStringLiteral("%1 %2").arg(Shown(h, true) == Expected(h, true) ? "placed" : "misplaced").arg(Focus(h));
         };
+        const auto after = [placed](const Action& change) {
+            return Check([=](Host& h) {
+                change(h);
+                Settle();
+                return placed(h);
+            });
+        };
         QTest::newRow("no view") << Check([](Host& h) {
             RowDelegate bare(nullptr);
             bare.SetBlockedEventTypes(nullptr, {});
@@ -400,23 +407,18 @@ private Q_SLOTS:
            << QStringList{"3 WidgetItemDelegate: no view to host the widgets of the rows in; it paints as a QStyledItemDelegate",
                           "3 WidgetItemDelegate: no widget to block events of",
                           "3 WidgetItemDelegate: no widget to tell the blocked events of"};
-        QTest::newRow("null widgets made") << Check([](Host&) {
-            Host other;
-            other.delegate->make = [] { return QList<QWidget*>{nullptr, new QLabel(QStringLiteral("x")), nullptr}; };
-            other.Show();
-            return QStringLiteral("%1 %2").arg(other.delegate->LiveWidgetSetCount()).arg(other.view->viewport()->children().size());
-        }) << "10 10" << QStringList{"3 WidgetItemDelegate: CreateItemWidgets gave a null widget; the row goes on without it"};
-        QTest::newRow("no widgets made") << Check([](Host&) {
-            Host other(2);
-            other.delegate->make = [] { return QList<QWidget*>(); };
-            other.Show();
-            return QStringLiteral("%1 %2").arg(other.delegate->LiveWidgetSetCount()).arg(other.view->viewport()->children().size());
-        }) << "2 0" << QStringList();
-        QTest::newRow("no model") << Check([](Host& h) {
-            h.view->setModel(nullptr);
-            Settle();
-            return QStringLiteral("%1 %2").arg(Shown(h, true).size()).arg(Focus(h));
-        }) << "0 view:-1" << QStringList();
+        const auto made = [](int rows, QList<QWidget*> (*make)()) {
+            return Check([=](Host&) {
+                Host other(rows);
+                other.delegate->make = make;
+                other.Show();
+                return QStringLiteral("%1 %2").arg(other.delegate->LiveWidgetSetCount()).arg(other.view->viewport()->children().size());
+            });
+        };
+        QTest::newRow("null widgets made") << made(50, [] { return QList<QWidget*>{nullptr, new QLabel, nullptr}; }) << "10 10"
+                                           << QStringList{"3 WidgetItemDelegate: CreateItemWidgets gave a null widget; the row goes on without it"};
+        QTest::newRow("no widgets made") << made(2, [] { return QList<QWidget*>(); }) << "2 0" << QStringList();
+        QTest::newRow("no model") << after([](Host& h) { h.view->setModel(nullptr); }) << "placed view:-1" << QStringList();
         QTest::newRow("model replaced") << Check([](Host& h) {
             auto* other = new QStringListModel({"one", "two"}, h.view);
             h.view->setModel(other);
@@ -424,16 +426,8 @@ private Q_SLOTS:
             Settle();
             return Shown(h, true).join(',') + ' ' + Focus(h);
         }) << "one @30,5,two @30,35 view:0" << QStringList();
-        QTest::newRow("focused row removed") << Check([placed](Host& h) {
-            h.model.removeRows(1, 3);
-            Settle();
-            return placed(h);
-        }) << "placed view:1" << QStringList();
-        QTest::newRow("focused row reset") << Check([placed](Host& h) {
-            h.model.setStringList({"a"});
-            Settle();
-            return placed(h);
-        }) << "placed view:-1" << QStringList();
+        QTest::newRow("focused row removed") << after([](Host& h) { h.model.removeRows(1, 3); }) << "placed view:1" << QStringList();
+        QTest::newRow("focused row reset") << after([](Host& h) { h.model.setStringList({"a"}); }) << "placed view:-1" << QStringList();
         QTest::newRow("widget deleted by the host") << Check([placed](Host& h) {
             delete Find(h, QStringLiteral("label"), 2);
             Settle();

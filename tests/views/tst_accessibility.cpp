@@ -175,7 +175,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("value"); // text, then "current/maximum" of the value interface
         QTest::addColumn<int>("children");
-        QTest::addColumn<QString>("actions");
+        QTest::addColumn<QString>("actions"); // with their keys
         QTest::addColumn<QString>("states");
         QTest::addColumn<QStringList>("pressed"); // the signals that the press action emits
         const QString longText = QStringLiteral("A rather long sentence that cannot fit");
@@ -203,10 +203,10 @@ private Q_SLOTS:
         QTest::newRow("text, clickable") << Text(QString(), 300, true) << text << "" << "|" << 0 << "Press" << ""
                                          << QStringList{"clicked()"};
         QTest::newRow("link") << Link(QStringLiteral("<u>Open</u> settings")) << QAccessible::Link << "Open settings"
-                              << "|" << 0 << "Press SetFocus" << "linked focusable"
+                              << "|" << 0 << "Press(Return) SetFocus" << "linked focusable"
                               << QStringList{"Clicked()", "CommandClicked(open)"};
         QTest::newRow("link, path") << Link(QString(), path) << QAccessible::Link << path << "|" << 0
-                                    << "Press SetFocus" << "linked focusable"
+                                    << "Press(Return) SetFocus" << "linked focusable"
                                     << QStringList{"Clicked()", "CommandClicked(open)"};
         QTest::newRow("link, disabled") << Link(QString(), QString(), false) << QAccessible::Link << "" << "|" << 0
                                         << "" << "linked focusable disabled" << none;
@@ -224,7 +224,12 @@ private Q_SLOTS:
         QTEST(accessible->text(QAccessible::Value) + QLatin1Char('|') + Value(accessible), "value");
         QTEST(accessible->childCount(), "children");
         QVERIFY(!accessible->child(accessible->childCount()) && !accessible->child(-1));
-        QTEST(accessible->actionInterface()->actionNames().join(QLatin1Char(' ')), "actions");
+        QStringList actions = accessible->actionInterface()->actionNames();
+        for (QString& action : actions) {
+            const QStringList keys = accessible->actionInterface()->keyBindingsForAction(action);
+            action += keys.isEmpty() ? QString() : "(" + keys.join(QLatin1Char(' ')) + ")";
+        }
+        QTEST(actions.join(QLatin1Char(' ')), "actions");
         QTEST(States(accessible->state()), "states");
         // Not the tool tip that holds the rest of an elided text.
         QCOMPARE(accessible->text(QAccessible::Description), QString());
@@ -259,6 +264,7 @@ private Q_SLOTS:
             QCOMPARE(accessible->child(i), section); // the same one every time
             QCOMPARE(section->parent(), accessible);
             QCOMPARE(accessible->indexOfChild(section), i);
+            QVERIFY(!section->childCount() && !section->child(0) && section->indexOfChild(accessible) == -1);
             const QRect rect = section->rect();
             QVERIFY(accessible->rect().contains(rect));
             QCOMPARE(accessible->childAt(rect.center().x(), rect.center().y()), section);
@@ -270,6 +276,7 @@ private Q_SLOTS:
         QCOMPARE(read, QStringList({QStringLiteral("Used space|40%|Taken by files|40/100|readOnly|%1").arg(bar),
                                     QStringLiteral("Free|60%||60/100|readOnly|%1").arg(bar)}));
         QCOMPARE(accessible->childAt(accessible->rect().right() + 5, accessible->rect().top()), nullptr);
+        QCOMPARE(accessible->indexOfChild(Of(&window)), -1);
 
         // Held while the sections shrink, a section is invalid; valid again for a new one.
         QAccessibleInterface* second = accessible->child(1);
@@ -377,13 +384,19 @@ private Q_SLOTS:
         // Qt's cache deletes the interface.
         connect(widget, &QObject::destroyed, this, [&] {
             QAccessibleValueInterface* value = accessible->valueInterface();
+            QAccessibleActionInterface* actions = accessible->actionInterface();
+            const QString press = QAccessibleActionInterface::pressAction();
             for (const bool answer : {accessible->isValid(), accessible->childCount() > 0, bool(accessible->child(0)),
+                                      accessible->indexOfChild(accessible) != -1, bool(accessible->childAt(0, 0)),
                                       !accessible->rect().isEmpty(), bool(accessible->parent()),
+                                      bool(accessible->window()), bool(accessible->focusChild()),
+                                      !accessible->relations().isEmpty(), !accessible->state().invisible,
                                       !accessible->text(QAccessible::Name).isEmpty(),
-                                      !accessible->actionInterface()->actionNames().isEmpty(),
+                                      accessible->foregroundColor().isValid(), accessible->backgroundColor().isValid(),
+                                      !actions->actionNames().isEmpty(), !actions->keyBindingsForAction(press).isEmpty(),
                                       value && value->currentValue().isValid()})
                 answers += QString::number(answer);
-            accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+            actions->doAction(press);
         });
         change(widget);
         QVERIFY(TestSupport::ShowAndWait(&window));
@@ -392,7 +405,7 @@ private Q_SLOTS:
         const QAccessible::Id id = QAccessible::uniqueId(accessible);
         const QAccessible::Id sectionId = section ? QAccessible::uniqueId(section) : 0;
         delete widget;
-        QCOMPARE(answers, QStringLiteral("00000000"));
+        QCOMPARE(answers, QString(17, QLatin1Char('0')));
         QCOMPARE(QAccessible::accessibleInterface(id), nullptr);
         QCOMPARE(QAccessible::accessibleInterface(sectionId), nullptr);
     }

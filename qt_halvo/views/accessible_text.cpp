@@ -24,11 +24,11 @@ QString PlainText(const QString& text, Qt::TextFormat format)
 class LabelAccessible final : public WidgetAccessible
 {
 public:
-    LabelAccessible(AutoresizedText* label)
+    explicit LabelAccessible(AutoresizedText* label)
         : LabelAccessible(label, QAccessible::StaticText)
     {
     }
-    LabelAccessible(LinkLabel* label)
+    explicit LabelAccessible(LinkLabel* label)
         : LabelAccessible(label, QAccessible::Link)
     {
     }
@@ -103,26 +103,29 @@ private:
         return isValid() && widget()->isEnabled() && (Link() || autoresized->hoverUnderline());
     }
 
-    // What the label stands for, of which it shows what fits.
-    QString WholeText() const
+    // What the label stands for, of which it shows what fits, as set: rich or plain.
+    QString Source() const
     {
         if (const AutoresizedText* autoresized = Autoresized()) {
-            QString text = autoresized->text();
-            if (text.isEmpty() && !autoresized->strings().isEmpty())
-                text = autoresized->strings().constLast(); // the widest phrasing
-            QStringList lines = text.split(LineBreakPattern());
-            for (QString& line : lines)
-                line = PlainText(line, autoresized->textFormat());
-            return lines.join(QLatin1Char('\n'));
+            const QString text = autoresized->text();
+            const QStringList phrasings = autoresized->strings();
+            return text.isEmpty() && !phrasings.isEmpty() ? phrasings.constLast() : text; // the widest phrasing
         }
-        if (const LinkLabel* link = Link())
-            return link->GetPath().isEmpty() ? PlainText(link->QLabel::text(), link->textFormat()) : link->GetPath();
-        return QString();
+        const LinkLabel* link = Link();
+        return link->GetPath().isEmpty() ? link->QLabel::text() : link->GetPath();
+    }
+
+    QString WholeText() const
+    {
+        QStringList lines = Source().split(LineBreakPattern());
+        for (QString& line : lines)
+            line = PlainText(line, Label()->textFormat());
+        return lines.join(QLatin1Char('\n'));
     }
 
     void Remember()
     {
-        m_told = WholeText();
+        m_told = Source(); // compared on every paint: not made plain for that
         m_shown = Label()->text();
         m_given = widget()->accessibleName();
     }

@@ -3,6 +3,7 @@
 #include "widget_animations_p.h"
 
 #include <qt_halvo/utilities/logging_p.h>
+#include <qt_halvo/views/accessibility_factory_p.h>
 
 #include <QtCore/QTimerEvent>
 #include <QtCore/QtMath>
@@ -29,13 +30,6 @@ public:
     }
 };
 
-QAccessibleInterface* RingAccessibleFactory(const QString& className, QObject* object)
-{
-    if (className == QLatin1String("OrvantaQT::BusyIndicatorRing") && object && object->isWidgetType())
-        return new RingAccessible(static_cast<QWidget*>(object));
-    return nullptr;
-}
-
 // The dimmest dot keeps this share of the colour's alpha.
 constexpr qreal kTailAlpha = 0.15;
 
@@ -44,17 +38,20 @@ constexpr qreal kTailAlpha = 0.15;
 BusyIndicatorRing::BusyIndicatorRing(QWidget* parent)
     : QWidget(parent)
 {
-    static const bool factoryInstalled = [] {
-        QAccessible::installFactory(RingAccessibleFactory);
-        return true;
-    }();
-    Q_UNUSED(factoryInstalled)
     setAccessibleName(tr("Busy"));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     UpdateShades();
 }
 
 BusyIndicatorRing::~BusyIndicatorRing() = default;
+
+// Made through the library's accessibility factory.
+QAccessibleInterface* BusyRingAccessible(const QString& className, QObject* object)
+{
+    if (className == QLatin1String("OrvantaQT::BusyIndicatorRing") && object && object->isWidgetType())
+        return new RingAccessible(static_cast<QWidget*>(object));
+    return nullptr;
+}
 
 bool BusyIndicatorRing::IsRunning() const
 {

@@ -2,6 +2,7 @@
 
 #include <qt_halvo/styles/hover_p.h>
 #include <qt_halvo/styles/style_sheet.h>
+#include <qt_halvo/views/accessibility_factory_p.h>
 
 #include <QtGui/QAccessible>
 #include <QtGui/QKeyEvent>
@@ -15,10 +16,10 @@ namespace OrvantaQT {
 namespace {
 
 // Screen readers see an item of a list that can be selected, pressed and toggled.
-class SelectableContainerAccessible : public QAccessibleWidget
+class CardAccessible : public QAccessibleWidget
 {
 public:
-    explicit SelectableContainerAccessible(QWidget* widget)
+    explicit CardAccessible(QWidget* widget)
         : QAccessibleWidget(widget, QAccessible::ListItem)
     {
     }
@@ -77,13 +78,6 @@ public:
     }
 };
 
-QAccessibleInterface* SelectableContainerAccessibleFactory(const QString& className, QObject* object)
-{
-    if (className == QLatin1String("OrvantaQT::SelectableContainer") && object && object->isWidgetType())
-        return new SelectableContainerAccessible(static_cast<QWidget*>(object));
-    return nullptr;
-}
-
 bool IsPlainKey(const QKeyEvent* event)
 {
     return (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
@@ -94,17 +88,19 @@ bool IsPlainKey(const QKeyEvent* event)
 SelectableContainer::SelectableContainer(QWidget* parent)
     : QFrame(parent)
 {
-    static const bool factoryInstalled = [] {
-        QAccessible::installFactory(SelectableContainerAccessibleFactory);
-        return true;
-    }();
-    Q_UNUSED(factoryInstalled)
-
     setFocusPolicy(Qt::StrongFocus);
     SetStyleProperties(this, {{"hovered", false}, {"selected", false}}, false);
 }
 
 SelectableContainer::~SelectableContainer() = default;
+
+// Made through the library's accessibility factory.
+QAccessibleInterface* SelectableContainerAccessible(const QString& className, QObject* object)
+{
+    if (className == QLatin1String("OrvantaQT::SelectableContainer") && object && object->isWidgetType())
+        return new CardAccessible(static_cast<QWidget*>(object));
+    return nullptr;
+}
 
 bool SelectableContainer::IsSelected() const
 {

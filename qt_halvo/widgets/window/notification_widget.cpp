@@ -6,6 +6,7 @@
 #include <qt_halvo/utilities/child_names_p.h>
 #include <qt_halvo/widgets/window/notification_background_p.h>
 #include <qt_halvo/utilities/logging_p.h>
+#include <qt_halvo/views/accessibility_factory_p.h>
 
 #include <QtCore/QEvent>
 #include <QtCore/QPropertyAnimation>
@@ -63,13 +64,6 @@ public:
         return QAccessibleWidget::text(kind);
     }
 };
-
-QAccessibleInterface* NotificationAccessibleFactory(const QString& className, QObject* object)
-{
-    if (className == QLatin1String("OrvantaQT::NotificationWidget") && object && object->isWidgetType())
-        return new NotificationAccessible(static_cast<QWidget*>(object));
-    return nullptr;
-}
 
 bool LayoutHolds(const QLayout* layout, const QWidget* widget)
 {
@@ -129,12 +123,6 @@ NotificationWidget::NotificationWidget(NotificationType::Type type, const QStrin
     , m_closeButton(NameChild(new QToolButton(m_content), "NotificationWidget", "CloseButton"))
     , m_measure(std::make_unique<QTextDocument>())
 {
-    static const bool factoryInstalled = [] {
-        QAccessible::installFactory(NotificationAccessibleFactory);
-        return true;
-    }();
-    Q_UNUSED(factoryInstalled)
-
     QWidget::setVisible(false);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     policy.setHeightForWidth(true);
@@ -186,6 +174,14 @@ NotificationWidget::NotificationWidget(NotificationType::Type type, const QStrin
 }
 
 NotificationWidget::~NotificationWidget() = default;
+
+// Made through the library's accessibility factory.
+QAccessibleInterface* NotificationWidgetAccessible(const QString& className, QObject* object)
+{
+    if (className == QLatin1String("OrvantaQT::NotificationWidget") && object && object->isWidgetType())
+        return new NotificationAccessible(static_cast<QWidget*>(object));
+    return nullptr;
+}
 
 NotificationType::Type NotificationWidget::GetType() const
 {

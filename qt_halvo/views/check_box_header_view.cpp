@@ -192,12 +192,15 @@ struct CheckBoxHeaderView::Private
             return;
         const Qt::CheckState before = std::exchange(state, now);
         q->updateSection(checkColumn);
-        QAccessible::State changed;
-        changed.checked = (before == Qt::Checked) != (now == Qt::Checked);
-        changed.checkStateMixed = (before == Qt::PartiallyChecked) != (now == Qt::PartiallyChecked);
-        QAccessibleStateChangeEvent event(q, changed);
-        event.setChild(0);
-        QAccessible::updateAccessibility(&event);
+        // Without a box there is no child to announce (its interface is gone with it).
+        if (columnValid && QAccessible::isActive()) {
+            QAccessible::State changed;
+            changed.checked = (before == Qt::Checked) != (now == Qt::Checked);
+            changed.checkStateMixed = (before == Qt::PartiallyChecked) != (now == Qt::PartiallyChecked);
+            QAccessibleStateChangeEvent event(q, changed);
+            event.setChild(0);
+            QAccessible::updateAccessibility(&event);
+        }
         Q_EMIT q->CheckStateChanged(now);
     }
 

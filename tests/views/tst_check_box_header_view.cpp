@@ -168,7 +168,7 @@ private Q_SLOTS:
         QTest::newRow("one made not checkable") << some << Action([](Host& h) { h.source.item(0)->setCheckable(false); }) << "2/7 PartiallyChecked nxx-----X_" << "" << "" << "" << "";
         QTest::newRow("checked inserted") << some << Action([](Host& h) { h.source.Add(0, "x"); }) << "4/9 PartiallyChecked xxxx-----X_" << "0" << "" << "" << "";
         QTest::newRow("two appended") << some << Action([](Host& h) { h.source.Add(10, "--"); }) << "3/10 PartiallyChecked xxx-----X_--" << "10 11" << "" << "" << "";
-        QTest::newRow("child rows") << some << Action([](Host& h) { h.source.item(4)->appendRow({new QStandardItem, new QStandardItem("r")}); })
+        QTest::newRow("child rows") << some << Action([](Host& h) { h.source.item(4)->appendRow({new QStandardItem, new QStandardItem("r")}), h.source.item(4)->removeRow(0); })
                                     << "3/8 PartiallyChecked xxx-----X_" << "" << "" << "" << "";
         QTest::newRow("unchecked removed") << some << Action([](Host& h) { h.source.removeRows(3, 5); }) << "3/3 Checked xxxX_" << "" << checked << mixed << "";
         QTest::newRow("all removed") << some << Action([](Host& h) { h.source.removeRows(0, 10); }) << "0/0 Unchecked " << "" << unchecked << "checkStateMixed" << "";
@@ -225,6 +225,8 @@ private Q_SLOTS:
         QTest::newRow("left") << "x---" << Action([=](Host& h) { over(h), off(h); }) << "Enabled NoChange";
         QTest::newRow("pressed") << "x---" << press << "Enabled NoChange MouseOver Sunken";
         QTest::newRow("pressed, moved off") << "x---" << Action([=](Host& h) { press(h), off(h); }) << "Enabled NoChange";
+        QTest::newRow("clicked") << "x---" << Action([=](Host& h) { press(h), QTest::mouseRelease(h.header->window()->windowHandle(), Qt::LeftButton, {}, h.header->mapTo(h.header->window(), h.Box())); })
+                                 << "Enabled On MouseOver";
     }
     // The style draws the box once, in its state, in the check column's section only, where the
     // column's cells have their checks.

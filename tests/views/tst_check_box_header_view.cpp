@@ -225,6 +225,8 @@ private Q_SLOTS:
         QTest::newRow("left") << "x---" << Action([=](Host& h) { over(h), off(h); }) << "Enabled NoChange";
         QTest::newRow("pressed") << "x---" << press << "Enabled NoChange MouseOver Sunken";
         QTest::newRow("pressed, moved off") << "x---" << Action([=](Host& h) { press(h), off(h); }) << "Enabled NoChange";
+        QTest::newRow("model's background") << "x---" << Action([](Host& h) { h.source.setHeaderData(0, Qt::Horizontal, QBrush(Qt::red), Qt::BackgroundRole); })
+                                            << "Enabled NoChange";
         QTest::newRow("clicked") << "x---" << Action([=](Host& h) { press(h), QTest::mouseRelease(h.header->window()->windowHandle(), Qt::LeftButton, {}, h.header->mapTo(h.header->window(), h.Box())); })
                                  << "Enabled On MouseOver";
     }
@@ -250,21 +252,49 @@ private Q_SLOTS:
         if (QGuiApplication::mouseButtons())
             QTest::mouseRelease(view.windowHandle(), Qt::LeftButton, {}, QPoint(390, 190));
         host.header->SetCheckColumn(-1);
+        QCOMPARE(boxed.pixelColor(1, 3), boxed.pixelColor(host.header->sectionSize(0) - 10, 3)); // one background across the box
         const QRect changed = TestSupport::Changed(TestSupport::Render(host.header), boxed);
         QVERIFY(changed.contains(box) && QRect(0, 0, host.header->sectionSize(0), host.header->height()).contains(changed));
     }
 
+    void repaints_data()
+    {
+        QTest::addColumn<QString>("rows");
+        QTest::addColumn<Action>("change");
+        QTest::newRow("box enabled") << "n" << Action([](Host& h) { h.source.Add(1, "-"); });
+        QTest::newRow("state") << "x-" << Action([](Host& h) { h.source.item(1)->setCheckState(Qt::Checked); });
+    }
+    // Nothing else in the header changes when the box does.
+    void repaints()
+    {
+        Host host(Fetch<QString>("rows"));
+        QVERIFY(TestSupport::ShowAndWait(host.header));
+        QVERIFY(TestSupport::Repaints(host.header->viewport(), [&] { Fetch<Action>("change")(host); }));
+    }
+
+    void accessible_data()
+    {
+        QTest::addColumn<QString>("rows");
+        QTest::addColumn<bool>("shown");
+        QTest::addColumn<QString>("state");
+        QTest::newRow("3 of 10") << "xxx-------" << true << "checkable checkStateMixed";
+        QTest::newRow("all") << "xxxx" << true << "checkable checked";
+        QTest::newRow("nothing to count") << "n" << true << "checkable disabled";
+        QTest::newRow("hidden") << "x-" << false << "checkable checkStateMixed invisible";
+    }
     // One child without an object of its own, the box, named by the section's title, where it is drawn.
     void accessible()
     {
-        Host host(QStringLiteral("xxx-------"));
-        QVERIFY(TestSupport::ShowAndWait(host.header));
+        Host host(Fetch<QString>("rows"));
+        QVERIFY(!Fetch<bool>("shown") || TestSupport::ShowAndWait(host.header));
         QAccessibleInterface* header = QAccessible::queryAccessibleInterface(host.header);
         QAccessibleInterface* box = header->child(0);
         QCOMPARE(QVector<int>({header->role(), header->childCount(), box->role(), header->indexOfChild(box), !box->object(), box->parent() == header}),
                  QVector<int>({QAccessible::ColumnHeader, 1, QAccessible::CheckBox, 0, true, true}));
         const QAccessible::State state = box->state();
-        QCOMPARE(QVector<quint64>({state.checkable, state.checked, state.checkStateMixed, state.disabled}), QVector<quint64>({1, 0, 1, 0}));
+        const QStringList flags{state.checkable ? "checkable" : "", state.checked ? "checked" : "", state.checkStateMixed ? "checkStateMixed" : "",
+                                state.disabled ? "disabled" : "", state.invisible ? "invisible" : ""};
+        QCOMPARE(flags.join(' ').simplified(), Fetch<QString>("state"));
         QCOMPARE(box->text(QAccessible::Name), QStringLiteral("Pick"));
         const QRect shown = host.header->CheckBoxRect();
         QCOMPARE(box->rect(), QRect(host.header->mapToGlobal(shown.topLeft()), shown.size()));

@@ -50,7 +50,8 @@ struct CheckBoxHeaderView::Private
     Qt::CheckState state = Qt::Unchecked;
     bool enabled = false; // the box as last settled: any row to count
     int batch = 0; // while Toggle() writes: one signal at its end
-    int hoverSection = -1; // QHeaderView's own is private: the part under the box needs it
+    // QHeaderView's own are private; the part under the box follows them from the same events.
+    int hoverSection = -1;
     int pressedSection = -1;
     bool hoverBox = false;
     bool pressedBox = false;
@@ -241,6 +242,7 @@ CheckBoxHeaderView::CheckBoxHeaderView(QWidget* parent)
 {
     viewport()->setMouseTracking(true);
     qRegisterMetaType<Qt::CheckState>(); // for queued connections to CheckStateChanged
+    connect(this, &QHeaderView::sectionPressed, this, [this](int logicalIndex) { d->pressedSection = logicalIndex; });
 }
 
 CheckBoxHeaderView::~CheckBoxHeaderView()
@@ -399,13 +401,11 @@ void CheckBoxHeaderView::mousePressEvent(QMouseEvent* event)
     // A disabled box takes its presses too: they are not the section's.
     if (event->button() == Qt::LeftButton && d->Hit().contains(event->pos())) {
         d->pressedBox = true;
-        d->SetHover(d->checkColumn, true);
+        d->SetHover(d->hoverSection, true);
         updateSection(d->checkColumn);
         event->accept();
         return;
     }
-    if (event->button() == Qt::LeftButton && sectionsClickable())
-        d->pressedSection = logicalIndexAt(event->pos());
     HeaderView::mousePressEvent(event);
 }
 
@@ -435,11 +435,22 @@ void CheckBoxHeaderView::mouseDoubleClickEvent(QMouseEvent* event)
 
 bool CheckBoxHeaderView::viewportEvent(QEvent* event)
 {
-    if (event->type() == QEvent::MouseMove) {
-        const QPoint at = static_cast<QMouseEvent*>(event)->pos();
-        d->SetHover(logicalIndexAt(at), d->Hit().contains(at));
-    } else if (event->type() == QEvent::Leave || event->type() == QEvent::Hide) {
+    // The section under the pointer as QHeaderView has it, from hover events; the box from moves.
+    switch (event->type()) {
+    case QEvent::HoverEnter:
+    case QEvent::HoverMove:
+        d->SetHover(logicalIndexAt(static_cast<QHoverEvent*>(event)->pos()), d->hoverBox);
+        break;
+    case QEvent::MouseMove:
+        d->SetHover(d->hoverSection, d->Hit().contains(static_cast<QMouseEvent*>(event)->pos()));
+        break;
+    case QEvent::Leave:
+    case QEvent::HoverLeave:
+    case QEvent::Hide:
         d->SetHover(-1, false);
+        break;
+    default:
+        break;
     }
     return HeaderView::viewportEvent(event);
 }

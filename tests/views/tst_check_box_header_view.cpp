@@ -95,8 +95,19 @@ public:
             cellChecks << option->rect;
         QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const override
+    {
+        const auto* header = widget->inherits("OrvantaQT::CheckBoxHeaderView") ? qstyleoption_cast<const QStyleOptionHeader*>(option) : nullptr;
+        if (header && element == CE_HeaderLabel)
+            labels[header->section] = option->rect;
+        if (header && element == CE_HeaderSection && header->section == 0)
+            sectionStates << int(option->state);
+        QProxyStyle::drawControl(element, option, painter, widget);
+    }
     mutable QStringList boxes;
     mutable QVector<QRect> boxRects, cellChecks;
+    mutable QMap<int, QRect> labels;
+    mutable QVector<int> sectionStates;
 };
 
 RecordingStyle* g_style = nullptr;
@@ -242,13 +253,17 @@ private Q_SLOTS:
         QVERIFY(TestSupport::ShowAndWait(&view));
         Fetch<Action>("pointer")(host);
         const QImage boxed = TestSupport::Render(host.header);
-        g_style->boxes.clear(), g_style->boxRects.clear(), g_style->cellChecks.clear();
+        g_style->boxes.clear(), g_style->boxRects.clear(), g_style->cellChecks.clear(), g_style->sectionStates.clear();
         TestSupport::Render(&view);
         const QRect box = host.header->CheckBoxRect(), cell = g_style->cellChecks.value(0);
         QCOMPARE(g_style->boxes, QStringList(Fetch<QString>("box")));
         QCOMPARE(g_style->boxRects, QVector<QRect>{box});
         QCOMPARE(view.viewport()->mapTo(&view, cell.topLeft()).x(), host.header->mapTo(&view, box.topLeft()).x());
         QCOMPARE(cell.size(), box.size());
+        // The title sits after the box as titles sit in their sections, on one section's look.
+        QCOMPARE(g_style->labels[0].left() - box.right() - 1, g_style->labels[1].left() - host.header->sectionViewportPosition(1));
+        QCOMPARE(g_style->sectionStates.size(), 2);
+        QCOMPARE(g_style->sectionStates[0], g_style->sectionStates[1]);
         if (QGuiApplication::mouseButtons())
             QTest::mouseRelease(view.windowHandle(), Qt::LeftButton, {}, QPoint(390, 190));
         host.header->SetCheckColumn(-1);

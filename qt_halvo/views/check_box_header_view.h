@@ -10,7 +10,12 @@ namespace OrvantaQT {
 // no rows), partly checked otherwise. A click on the box (or Toggle()) checks every shown
 // row unless all are checked, then unchecks them all; rows a proxy filters out keep their
 // state. The count follows dataChanged, rowsInserted, rowsRemoved and modelReset in the
-// time of the rows that changed.
+// time of the rows that changed; a reorder (layoutChanged, rowsMoved) or a change of
+// columns reads the column again.
+// A row whose check cell is not Qt::ItemIsUserCheckable, or has no Qt::CheckStateRole
+// data, does not count: it neither holds the box back from checked nor is written by a
+// click. A partly checked row makes the box partly checked. With no rows to count the box
+// is unchecked and disabled.
 class QT_HALVO_EXPORT CheckBoxHeaderView : public HeaderView
 {
     Q_OBJECT
@@ -21,12 +26,12 @@ public:
     explicit CheckBoxHeaderView(QWidget* parent = nullptr);
     ~CheckBoxHeaderView() override;
 
-    // 0 by default; -1 draws no box.
+    // 0 by default; -1 draws no box, nor does a column the model does not have.
     int GetCheckColumn() const;
     void SetCheckColumn(int column);
 
     Qt::CheckState GetCheckState() const;
-    // Rows shown, and how many of them are checked.
+    // The shown rows that count (see above), and how many of them are checked.
     int RowCount() const;
     int CheckedCount() const;
 
@@ -46,6 +51,8 @@ protected:
     void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
 private:
     struct Private;

@@ -20,6 +20,8 @@ HeaderView::HeaderView(Qt::Orientation orientation, QWidget* parent)
     // Shown, but on no section until the user or the host sorts: an arrow on the first
     // column of an unsorted table would claim an order the rows do not have.
     setSortIndicator(-1, Qt::AscendingOrder);
+    // QHeaderView clips a long title; an ellipsis says there is more, in the tip.
+    setTextElideMode(Qt::ElideRight);
     if (orientation == Qt::Horizontal) {
         setStretchLastSection(true);
         setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -130,13 +132,15 @@ void HeaderView::UpdateHovered()
 
 bool HeaderView::ShowCutTitle(QHelpEvent* event)
 {
-    // The model's own tip, and a title that fits, are QHeaderView's to handle.
+    // The model's own tip, and the header's over a title that fits, are QHeaderView's.
     const int section = logicalIndexAt(event->pos());
     if (section < 0 || model()->headerData(section, orientation(), Qt::ToolTipRole).isValid())
         return false;
     const QString title = CutTitle(section);
-    if (title.isEmpty())
+    if (title.isEmpty()) {
+        QToolTip::hideText();
         return false;
+    }
     QToolTip::showText(event->globalPos(), title, viewport(), SectionRect(section));
     return true;
 }

@@ -10,10 +10,11 @@ namespace OrvantaQT {
 
 // A QHeaderView with the library's defaults: sections clickable and highlighted with the
 // selection, the sort indicator shown (on no section until one is clicked or sorted by),
-// the last section stretched and titles aligned left (horizontal), the section under the
-// pointer tracked (HoveredSection(), the style property "hovered" on the header while the
-// pointer is over it), and a tool tip with the whole title for a section whose title does
-// not fit (the model's own Qt::ToolTipRole header data wins).
+// titles elided at the right, the last section stretched and titles aligned left
+// (horizontal), the section under the pointer tracked (HoveredSection(), the style
+// property "hovered" on the header while the pointer is over it), and a tool tip with the
+// whole title for a section whose title does not fit (the model's own Qt::ToolTipRole
+// header data wins).
 class QT_HALVO_EXPORT HeaderView : public QHeaderView
 {
     Q_OBJECT

@@ -165,36 +165,52 @@ private Q_SLOTS:
 
     void cutTextTips_data()
     {
-        QTest::addColumn<int>("width");
+        QTest::addColumn<bool>("header"); // a title, else a cell
+        QTest::addColumn<int>("width"); // -1: as wide as Qt finds the column needs
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("tip"); // the model's
         QTest::addColumn<QString>("shown");
-        const QString longText = QStringLiteral("A cell text far too long");
-        QTest::newRow("fits") << 200 << "Short" << "" << "";
-        QTest::newRow("elided") << 60 << longText << "" << longText;
-        QTest::newRow("lines cut") << 200 << "One\nTwo\nThree" << "" << "One\nTwo\nThree";
-        QTest::newRow("model tip, elided") << 60 << longText << "Model" << "Model";
-        QTest::newRow("model tip, fits") << 200 << "Short" << "Model" << "Model";
+        const QString longText = QStringLiteral("A text far too long");
+        for (bool header : {false, true}) {
+            const char* where = header ? "title" : "cell";
+            QTest::addRow("%s fits", where) << header << 200 << "Short" << "" << "";
+            QTest::addRow("%s elided", where) << header << 60 << longText << "" << longText;
+            QTest::addRow("%s at the size it asks for", where) << header << -1 << longText << "" << "";
+            QTest::addRow("%s model tip, elided", where) << header << 60 << longText << "Model" << "Model";
+            QTest::addRow("%s model tip, fits", where) << header << 200 << "Short" << "Model" << "Model";
+        }
+        QTest::newRow("cell lines cut") << false << 200 << "One\nTwo\nThree" << "" << "One\nTwo\nThree";
     }
-    // A cell shows a tip of its whole text only when the text is cut; the model's tip wins.
-    // A tip that shows hides over a cell that has none.
+    // A cell or a title shows a tip of its whole text only when the text is cut; the
+    // model's tip wins. A tip that shows hides over a cell that has none.
     void cutTextTips()
     {
+        QFETCH(bool, header);
         QFETCH(int, width);
         QFETCH(QString, text);
         QFETCH(QString, tip);
         QFETCH(QString, shown);
         Host host;
+        QWidget* area = header ? host.view->horizontalHeader()->viewport() : host.view->viewport();
         host.view->horizontalHeader()->setStretchLastSection(false);
         host.view->setColumnWidth(0, width);
         host.view->setColumnWidth(1, 40);
-        host.model->setData(host.model->index(0, 0), text);
-        host.model->setData(host.model->index(0, 0), tip.isEmpty() ? QVariant() : tip, Qt::ToolTipRole);
-        host.model->setData(host.model->index(0, 1), QStringLiteral("Cut for sure"));
+        const QVariant tipData = tip.isEmpty() ? QVariant() : tip;
+        for (const auto& [column, value] : {std::make_pair(0, text), std::make_pair(1, QStringLiteral("Cut for sure"))}) {
+            if (header)
+                host.model->setHeaderData(column, Qt::Horizontal, value);
+            else
+                host.model->setData(host.model->index(0, column), value);
+        }
+        header ? host.model->setHeaderData(0, Qt::Horizontal, tipData, Qt::ToolTipRole)
+               : host.model->setData(host.model->index(0, 0), tipData, Qt::ToolTipRole);
+        if (width < 0)
+            host.view->resizeColumnToContents(0);
         QVERIFY(TestSupport::ShowAndWait(&host.window));
-        host.Help(host.view->viewport(), host.Cell(0, 1));
+        const auto at = [&](int column) { return QPoint(host.Cell(0, column).x(), area->height() / 2); };
+        host.Help(area, header ? at(1) : host.Cell(0, 1));
         QCOMPARE(QToolTip::text(), QStringLiteral("Cut for sure"));
-        host.Help(host.view->viewport(), host.Cell(0, 0));
+        host.Help(area, header ? at(0) : host.Cell(0, 0));
         QTRY_COMPARE(QToolTip::isVisible(), !shown.isEmpty());
         if (!shown.isEmpty())
             QCOMPARE(QToolTip::text(), shown);
@@ -276,6 +292,54 @@ private Q_SLOTS:
         QCoreApplication::sendEvent(host.view->viewport(), &wheel);
         QScrollBar* bar = orientation == Qt::Vertical ? host.view->verticalScrollBar() : host.view->horizontalScrollBar();
         QCOMPARE(bar->value(), QApplication::wheelScrollLines() * host.view->rowHeight(0));
+    }
+
+    void headerDefaults_data()
+    {
+        QTest::addColumn<Qt::Orientation>("orientation");
+        QTest::newRow("horizontal") << Qt::Horizontal;
+        QTest::newRow("vertical") << Qt::Vertical;
+    }
+    // Sections are highlighted with the selection and sort by a click, with no arrow before;
+    // across, the last one stretches and titles start at the left.
+    void headerDefaults()
+    {
+        QFETCH(Qt::Orientation, orientation);
+        Host host;
+        const bool across = orientation == Qt::Horizontal;
+        auto* header = across ? qobject_cast<HeaderView*>(host.view->horizontalHeader()) : new HeaderView(orientation);
+        QVERIFY(header);
+        if (!across)
+            host.view->setVerticalHeader(header);
+        QVERIFY(TestSupport::ShowAndWait(&host.window));
+        const QRect second = across ? QRect(header->sectionViewportPosition(1), 0, header->sectionSize(1), header->height())
+                                    : QRect(0, header->sectionViewportPosition(1), header->width(), header->sectionSize(1));
+        QCOMPARE(header->sortIndicatorSection(), -1);
+        const QImage plain = TestSupport::Render(header);
+        host.view->selectionModel()->select(host.model->index(1, 1), QItemSelectionModel::Select);
+        QVERIFY(!TestSupport::Changed(plain, TestSupport::Render(header), second).isEmpty());
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, second.center());
+        QCOMPARE(header->sortIndicatorSection(), 1);
+        QCOMPARE(header->stretchLastSection(), across);
+        QCOMPARE(header->defaultAlignment(), across ? Qt::AlignLeft | Qt::AlignVCenter : QHeaderView(orientation).defaultAlignment());
+    }
+
+    // The section under the pointer, and the "hovered" style property while it is over
+    // the header, which style sheets see.
+    void headerHover()
+    {
+        Host host;
+        QHeaderView* header = host.view->horizontalHeader();
+        header->setStyleSheet(QStringLiteral("OrvantaQT--HeaderView[hovered=\"true\"]::section { background: #00ff00; border: none; }"));
+        QVERIFY(TestSupport::ShowAndWait(&host.window));
+        TestSupport::SignalLog log(header, {"HoveredSectionChanged(int)"});
+        for (int section : {1, 0, -1, 2}) {
+            section < 0 ? host.PointAt(3) : TestSupport::PointerTo(header->viewport(), {host.Cell(0, section).x(), 5});
+            QCOMPARE(log.Take(), QStringList(QStringLiteral("HoveredSectionChanged(%1)").arg(section)));
+            QCOMPARE(header->property("hoveredSection"), QVariant(section));
+            QCOMPARE(header->property("hovered"), QVariant(section >= 0));
+            QCOMPARE(TestSupport::Render(header).pixelColor(host.Cell(0, 0).x() + 20, header->height() - 4) == Qt::green, section >= 0);
+        }
     }
 };
 

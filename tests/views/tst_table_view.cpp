@@ -6,6 +6,7 @@
 
 #include <functional>
 
+using namespace TestSupport;
 using OrvantaQT::HeaderView;
 using OrvantaQT::TableView;
 
@@ -22,7 +23,7 @@ struct Recorder : QStyledItemDelegate
     }
 };
 
-// A 3-column table of "row:column" cells in a window with room beside it, hovered rows red.
+// "row:column" cells in 3 columns, in a window with room beside the view; hovered cells red.
 struct Host
 {
     QWidget window;
@@ -31,13 +32,11 @@ struct Host
     Recorder* recorder = new Recorder;
     explicit Host(int rows = 20)
     {
-        for (int row = 0; row < rows; ++row) {
-            for (int column = 0; column < 3; ++column)
-                model->setItem(row, column, new QStandardItem(QStringLiteral("%1:%2").arg(row).arg(column)));
-        }
+        for (int cell = 0; cell < rows * 3; ++cell)
+            model->setItem(cell / 3, cell % 3, new QStandardItem(QStringLiteral("%1:%2").arg(cell / 3).arg(cell % 3)));
         window.setGeometry(100, 100, 420, 300);
         view->setGeometry(0, 0, 380, 260);
-        view->setFont(TestSupport::TestFont());
+        view->setFont(TestFont());
         recorder->setParent(view);
         view->setItemDelegate(recorder);
         view->setModel(model);
@@ -45,21 +44,16 @@ struct Host
     }
     ~Host() { delete model; }
     QPoint Cell(int row, int column = 1) const { return view->visualRect(model->index(row, column)).center(); }
-    // The row's cells and the grid line below them, across the viewport.
-    QRegion Strip(int row) const
+    QRegion Strip(int row) const // the cells and the grid line below them
     {
         return row < 0 ? QRegion() : QRegion(0, view->rowViewportPosition(row), view->viewport()->width(), view->rowHeight(row));
     }
-    void PointAt(int row) // -1: beside the view
-    {
-        row < 0 ? TestSupport::PointerTo(&window, {410, 290}) : TestSupport::PointerTo(view->viewport(), Cell(row));
-    }
-    // The cells a full repaint paints hovered, and the red ones of the rows shown.
+    void PointAt(int row) { row < 0 ? PointerTo(&window, {410, 290}) : PointerTo(view->viewport(), Cell(row)); } // -1: beside
+    // The cells a full repaint paints hovered or red.
     QStringList Hovered()
     {
         recorder->hovered.clear();
-        view->viewport()->repaint();
-        const QImage image = TestSupport::Render(view->viewport());
+        const QImage image = Render(view->viewport());
         QStringList cells;
         for (auto it = recorder->hovered.cbegin(); it != recorder->hovered.cend(); ++it) {
             const QRect cell = view->visualRect(model ? model->index(it.key().first, it.key().second) : QModelIndex());
@@ -69,19 +63,26 @@ struct Host
         }
         return cells;
     }
-    void Help(QWidget* area, const QPoint& at)
+    static QStringList Row(int row) { return row < 0 ? QStringList() : QString("%1:0 %1:1 %1:2").arg(row).split(' '); }
+    static void Help(QWidget* area, const QPoint& at)
     {
         QHelpEvent help(QEvent::ToolTip, at, area->mapToGlobal(at));
         QCoreApplication::sendEvent(area, &help);
     }
 };
 
-QStringList Row(int row)
-{
-    return row < 0 ? QStringList() : QStringList{QStringLiteral("%1:0").arg(row), QStringLiteral("%1:1").arg(row), QStringLiteral("%1:2").arg(row)};
-}
-
 using Action = std::function<void(Host&)>;
+
+// Paint regions a widget gets.
+struct Paints : QObject
+{
+    QRegion painted;
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        painted += event->type() == QEvent::Paint ? static_cast<QPaintEvent*>(event)->region() : QRegion();
+        return false;
+    }
+};
 
 } // namespace
 
@@ -112,36 +113,31 @@ private Q_SLOTS:
     {
         QFETCH(QVector<int>, rows);
         Host host;
-        QVERIFY(TestSupport::ShowAndWait(&host.window));
-        TestSupport::SignalLog log(host.view, {"HoveredRowChanged(int)"});
-        struct : QObject {
-            QRegion painted;
-            bool eventFilter(QObject*, QEvent* e) override { if (e->type() == QEvent::Paint) painted += static_cast<QPaintEvent*>(e)->region(); return false; }
-        } paints;
+        QVERIFY(ShowAndWait(&host.window));
+        SignalLog log(host.view, {"HoveredRowChanged(int)"});
+        Paints paints;
+        host.view->viewport()->installEventFilter(&paints);
         int before = -1;
         for (int row : rows) {
             QCoreApplication::processEvents();
-            host.view->viewport()->installEventFilter(&paints);
             paints.painted = QRegion();
             host.PointAt(row);
             QCoreApplication::processEvents();
-            host.view->viewport()->removeEventFilter(&paints);
             QCOMPARE(paints.painted, host.Strip(std::exchange(before, row)) + host.Strip(row));
             QCOMPARE(host.view->HoveredRow(), row);
             QCOMPARE(log.Take(), QStringList(QStringLiteral("HoveredRowChanged(%1)").arg(row)));
-            QCOMPARE(host.Hovered(), Row(row));
+            QCOMPARE(host.Hovered(), Host::Row(row));
         }
     }
 
     void hoverFollowsThePointer_data()
     {
         QTest::addColumn<Action>("change");
-        QTest::addColumn<int>("row"); // hovered after it, the pointer still over row 2
-        const int lines = QApplication::wheelScrollLines();
+        QTest::addColumn<int>("row"); // hovered after it, the pointer still where row 2 was
         QTest::newRow("wheel") << Action([](Host& h) {
             QWheelEvent wheel(h.Cell(2), h.view->viewport()->mapToGlobal(h.Cell(2)), {}, {0, -120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
             QCoreApplication::sendEvent(h.view->viewport(), &wheel);
-        }) << 2 + lines;
+        }) << 2 + QApplication::wheelScrollLines();
         QTest::newRow("row above removed") << Action([](Host& h) { h.model->removeRow(0); }) << 2;
         QTest::newRow("rows from it removed") << Action([](Host& h) { h.model->setRowCount(2); }) << -1;
         QTest::newRow("row hidden") << Action([](Host& h) { h.view->setRowHidden(2, true); }) << 3;
@@ -156,11 +152,11 @@ private Q_SLOTS:
         QFETCH(Action, change);
         QFETCH(int, row);
         Host host;
-        QVERIFY(TestSupport::ShowAndWait(&host.window));
+        QVERIFY(ShowAndWait(&host.window));
         host.PointAt(2);
         change(host);
         QTRY_COMPARE(host.view->HoveredRow(), row);
-        QCOMPARE(host.Hovered(), Row(row));
+        QCOMPARE(host.Hovered(), Host::Row(row));
     }
 
     void cutTextTips_data()
@@ -182,7 +178,7 @@ private Q_SLOTS:
         QTest::newRow("cell lines cut") << false << 200 << "One\nTwo\nThree" << "" << "One\nTwo\nThree";
     }
     // A cell or a title shows a tip of its whole text only when the text is cut; the
-    // model's tip wins. A tip that shows hides over a cell that has none.
+    // model's tip wins. A tip that shows hides over one that has none.
     void cutTextTips()
     {
         QFETCH(bool, header);
@@ -196,21 +192,17 @@ private Q_SLOTS:
         host.view->setColumnWidth(0, width);
         host.view->setColumnWidth(1, 40);
         const QVariant tipData = tip.isEmpty() ? QVariant() : tip;
-        for (const auto& [column, value] : {std::make_pair(0, text), std::make_pair(1, QStringLiteral("Cut for sure"))}) {
-            if (header)
-                host.model->setHeaderData(column, Qt::Horizontal, value);
-            else
-                host.model->setData(host.model->index(0, column), value);
-        }
+        for (const auto& [column, value] : {std::make_pair(0, text), std::make_pair(1, QStringLiteral("Cut for sure"))})
+            header ? host.model->setHeaderData(column, Qt::Horizontal, value) : host.model->setData(host.model->index(0, column), value);
         header ? host.model->setHeaderData(0, Qt::Horizontal, tipData, Qt::ToolTipRole)
                : host.model->setData(host.model->index(0, 0), tipData, Qt::ToolTipRole);
         if (width < 0)
             host.view->resizeColumnToContents(0);
-        QVERIFY(TestSupport::ShowAndWait(&host.window));
-        const auto at = [&](int column) { return QPoint(host.Cell(0, column).x(), area->height() / 2); };
-        host.Help(area, header ? at(1) : host.Cell(0, 1));
+        QVERIFY(ShowAndWait(&host.window));
+        const auto at = [&](int column) { return header ? QPoint(host.Cell(0, column).x(), area->height() / 2) : host.Cell(0, column); };
+        Host::Help(area, at(1));
         QCOMPARE(QToolTip::text(), QStringLiteral("Cut for sure"));
-        host.Help(area, header ? at(0) : host.Cell(0, 0));
+        Host::Help(area, at(0));
         QTRY_COMPARE(QToolTip::isVisible(), !shown.isEmpty());
         if (!shown.isEmpty())
             QCOMPARE(QToolTip::text(), shown);
@@ -221,88 +213,68 @@ private Q_SLOTS:
         QTest::addColumn<int>("rows");
         QTest::addColumn<Action>("change");
         QTest::addColumn<bool>("shown");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("logged");
         const Action none = [](Host&) {};
-        QTest::newRow("no rows") << 0 << none << true;
-        QTest::newRow("rows") << 2 << none << false;
-        QTest::newRow("rows inserted") << 0 << Action([](Host& h) { h.model->insertRow(0); }) << false;
-        QTest::newRow("all removed") << 2 << Action([](Host& h) { h.model->removeRows(0, 2); }) << true;
-        QTest::newRow("reset") << 2 << Action([](Host& h) { h.model->clear(); }) << true;
+        QTest::newRow("no rows") << 0 << none << true << "No items" << "";
+        QTest::newRow("rows") << 2 << none << false << "No items" << "";
+        QTest::newRow("rows inserted") << 0 << Action([](Host& h) { h.model->insertRow(0); }) << false << "No items" << "";
+        QTest::newRow("all removed") << 2 << Action([](Host& h) { h.model->removeRows(0, 2); }) << true << "No items" << "";
+        QTest::newRow("reset") << 2 << Action([](Host& h) { h.model->clear(); }) << true << "No items" << "";
         QTest::newRow("layout changed") << 2 << Action([](Host& h) {
             h.model->blockSignals(true);
             h.model->setRowCount(0);
             h.model->blockSignals(false);
             Q_EMIT h.model->layoutChanged();
-        }) << true;
-        QTest::newRow("null model") << 2 << Action([](Host& h) { h.view->setModel(nullptr); }) << true;
-        QTest::newRow("model deleted") << 2 << Action([](Host& h) { delete h.model; }) << true;
-        QTest::newRow("replaced by a full one") << 0 << Action([](Host& h) {
+        }) << true << "No items" << "";
+        QTest::newRow("null model") << 2 << Action([](Host& h) { h.view->setModel(nullptr); }) << true << "No items" << "";
+        QTest::newRow("model deleted") << 2 << Action([](Host& h) { delete h.model; }) << true << "No items" << "";
+        QTest::newRow("replaced") << 0 << Action([](Host& h) {
             h.view->setModel(new QStringListModel({"a"}, h.view));
             h.model->insertRow(0); // the old one no longer counts
             h.view->setModel(new QStringListModel(h.view));
-        }) << true;
-        QTest::newRow("root without rows") << 2 << Action([](Host& h) { h.view->setRootIndex(h.model->index(0, 0)); }) << true;
+        }) << true << "No items" << "";
+        QTest::newRow("root without rows") << 2 << Action([](Host& h) { h.view->setRootIndex(h.model->index(0, 0)); }) << true << "No items" << "";
         QTest::newRow("root of another model") << 2 << Action([](Host& h) {
             QStringListModel other({"a"});
             h.view->setRootIndex(other.index(0, 0));
-        }) << false;
-        QTest::newRow("own text") << 0 << Action([](Host& h) { h.view->SetEmptyText(QStringLiteral("Nothing")); }) << true;
-        QTest::newRow("no text") << 0 << Action([](Host& h) { h.view->SetEmptyText(QString()); }) << false;
+        }) << false << "No items" << "3 TableView: a root index of another model is ignored; the root stays";
+        QTest::newRow("own text") << 0 << Action([](Host& h) { h.view->SetEmptyText("Nothing"); }) << true << "Nothing" << "";
+        QTest::newRow("no text") << 0 << Action([](Host& h) { h.view->SetEmptyText(QString()); }) << false << "" << "";
     }
-    // The overlay covers the viewport, with its text, exactly while the model has no rows
+    // The overlay is over the viewport, with its text, exactly while the model has no rows
     // under the root; bad roots are refused with one log line.
     void emptyOverlay()
     {
         QFETCH(int, rows);
         QFETCH(Action, change);
         QFETCH(bool, shown);
+        QFETCH(QString, text);
+        QFETCH(QString, logged);
         Host host(rows);
-        QVERIFY(TestSupport::ShowAndWait(&host.window));
+        QVERIFY(ShowAndWait(&host.window));
         const LogCapture::Mark mark;
         change(host);
         QCoreApplication::processEvents();
         OrvantaQT::InfoOverlayWidget* overlay = host.view->EmptyOverlay();
         QCOMPARE(overlay->isVisible(), shown);
-        QCOMPARE(overlay->GetText(), host.view->GetEmptyText());
+        QCOMPARE(host.view->GetEmptyText(), text);
+        QCOMPARE(overlay->GetText(), text);
         QCOMPARE(overlay->parentWidget(), host.view->viewport());
         QVERIFY(host.view->viewport()->rect().contains(overlay->geometry()));
-        QCOMPARE(mark.Texts(), QTest::currentDataTag() == QByteArray("root of another model")
-                                   ? QStringList("3 TableView: a root index of another model is ignored; the root stays")
-                                   : QStringList());
-        QCOMPARE(host.view->GetEmptyText(), QTest::currentDataTag() == QByteArray("own text") ? "Nothing" : QTest::currentDataTag() == QByteArray("no text") ? "" : "No items");
+        QCOMPARE(mark.Texts(), logged.isEmpty() ? QStringList() : QStringList(logged));
     }
 
-    void smoothScrolling_data()
-    {
-        QTest::addColumn<Qt::Orientation>("orientation");
-        QTest::newRow("vertical") << Qt::Vertical;
-        QTest::newRow("horizontal") << Qt::Horizontal;
-    }
-    // Per pixel both ways; a notch moves by a row's height per wheel line.
-    void smoothScrolling()
-    {
-        QFETCH(Qt::Orientation, orientation);
-        Host host;
-        for (int column = 0; column < 3; ++column)
-            host.view->setColumnWidth(column, 300);
-        QVERIFY(TestSupport::ShowAndWait(&host.window));
-        QCOMPARE(host.view->verticalScrollMode(), QAbstractItemView::ScrollPerPixel);
-        QCOMPARE(host.view->horizontalScrollMode(), QAbstractItemView::ScrollPerPixel);
-        const QPoint delta = orientation == Qt::Vertical ? QPoint(0, -120) : QPoint(-120, 0);
-        QWheelEvent wheel(QPointF(50, 50), host.view->viewport()->mapToGlobal(QPoint(50, 50)), {}, delta, Qt::NoButton, {}, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(host.view->viewport(), &wheel);
-        QScrollBar* bar = orientation == Qt::Vertical ? host.view->verticalScrollBar() : host.view->horizontalScrollBar();
-        QCOMPARE(bar->value(), QApplication::wheelScrollLines() * host.view->rowHeight(0));
-    }
-
-    void headerDefaults_data()
+    void defaults_data()
     {
         QTest::addColumn<Qt::Orientation>("orientation");
         QTest::newRow("horizontal") << Qt::Horizontal;
         QTest::newRow("vertical") << Qt::Vertical;
     }
-    // Sections are highlighted with the selection and sort by a click, with no arrow before;
-    // across, the last one stretches and titles start at the left.
-    void headerDefaults()
+    // Header sections are highlighted with the selection and sort by a click, with no arrow
+    // before; across, the last one stretches and titles start at the left. Scrolling is per
+    // pixel, a row's height a wheel line.
+    void defaults()
     {
         QFETCH(Qt::Orientation, orientation);
         Host host;
@@ -311,17 +283,26 @@ private Q_SLOTS:
         QVERIFY(header);
         if (!across)
             host.view->setVerticalHeader(header);
-        QVERIFY(TestSupport::ShowAndWait(&host.window));
+        for (int column = 0; column < 3; ++column)
+            host.view->setColumnWidth(column, 300);
+        QVERIFY(ShowAndWait(&host.window));
         const QRect second = across ? QRect(header->sectionViewportPosition(1), 0, header->sectionSize(1), header->height())
                                     : QRect(0, header->sectionViewportPosition(1), header->width(), header->sectionSize(1));
         QCOMPARE(header->sortIndicatorSection(), -1);
-        const QImage plain = TestSupport::Render(header);
+        const QImage plain = Render(header);
         host.view->selectionModel()->select(host.model->index(1, 1), QItemSelectionModel::Select);
-        QVERIFY(!TestSupport::Changed(plain, TestSupport::Render(header), second).isEmpty());
-        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, second.center());
+        QVERIFY(!Changed(plain, Render(header), second).isEmpty());
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, second.topLeft() + QPoint(10, 10));
         QCOMPARE(header->sortIndicatorSection(), 1);
         QCOMPARE(header->stretchLastSection(), across);
         QCOMPARE(header->defaultAlignment(), across ? Qt::AlignLeft | Qt::AlignVCenter : QHeaderView(orientation).defaultAlignment());
+        QCOMPARE(across ? host.view->horizontalScrollMode() : host.view->verticalScrollMode(), QAbstractItemView::ScrollPerPixel);
+        QWheelEvent wheel(QPointF(50, 50), host.view->viewport()->mapToGlobal(QPoint(50, 50)), {}, across ? QPoint(-120, 0) : QPoint(0, -120),
+                          Qt::NoButton, {}, Qt::NoScrollPhase, false);
+        QScrollBar* bar = across ? host.view->horizontalScrollBar() : host.view->verticalScrollBar();
+        bar->setValue(0); // the click scrolled to the section
+        QCoreApplication::sendEvent(host.view->viewport(), &wheel);
+        QCOMPARE(bar->value(), QApplication::wheelScrollLines() * host.view->rowHeight(0));
     }
 
     // The section under the pointer, and the "hovered" style property while it is over
@@ -331,14 +312,14 @@ private Q_SLOTS:
         Host host;
         QHeaderView* header = host.view->horizontalHeader();
         header->setStyleSheet(QStringLiteral("OrvantaQT--HeaderView[hovered=\"true\"]::section { background: #00ff00; border: none; }"));
-        QVERIFY(TestSupport::ShowAndWait(&host.window));
-        TestSupport::SignalLog log(header, {"HoveredSectionChanged(int)"});
+        QVERIFY(ShowAndWait(&host.window));
+        SignalLog log(header, {"HoveredSectionChanged(int)"});
         for (int section : {1, 0, -1, 2}) {
-            section < 0 ? host.PointAt(3) : TestSupport::PointerTo(header->viewport(), {host.Cell(0, section).x(), 5});
+            section < 0 ? host.PointAt(3) : PointerTo(header->viewport(), {host.Cell(0, section).x(), 5});
             QCOMPARE(log.Take(), QStringList(QStringLiteral("HoveredSectionChanged(%1)").arg(section)));
             QCOMPARE(header->property("hoveredSection"), QVariant(section));
             QCOMPARE(header->property("hovered"), QVariant(section >= 0));
-            QCOMPARE(TestSupport::Render(header).pixelColor(host.Cell(0, 0).x() + 20, header->height() - 4) == Qt::green, section >= 0);
+            QCOMPARE(Render(header).pixelColor(host.Cell(0, 0).x() + 20, header->height() - 4) == Qt::green, section >= 0);
         }
     }
 };

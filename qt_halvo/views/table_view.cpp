@@ -76,8 +76,7 @@ struct TableView::Private
 
 QRect TableView::Private::RowStrip(int row) const
 {
-    if (row < 0 || row >= q->verticalHeader()->count())
-        return QRect();
+    // Empty for -1, a hidden row or one that is gone: their height is 0.
     return QRect(0, q->rowViewportPosition(row), q->viewport()->width(), q->rowHeight(row));
 }
 
@@ -153,11 +152,11 @@ bool TableView::Private::ShowCutText(QHelpEvent* event)
         return false;
     const QString text = CutText(index);
     if (text.isEmpty()) {
+        // And the view's own tip, if any, is QAbstractItemView's to show.
         QToolTip::hideText();
-        event->ignore();
-    } else {
-        QToolTip::showText(event->globalPos(), text, q->viewport(), q->visualRect(index));
+        return false;
     }
+    QToolTip::showText(event->globalPos(), text, q->viewport(), q->visualRect(index));
     return true;
 }
 
@@ -166,11 +165,14 @@ TableView::TableView(QWidget* parent)
     , d(new Private(this))
 {
     setHorizontalHeader(new HeaderView(Qt::Horizontal, this));
+    // QTableView ties the arrow to sortingEnabled, off here; the header's default stands
+    // (hosts that sort by sectionClicked need it), until setSortingEnabled() says otherwise.
+    horizontalHeader()->setSortIndicatorShown(true);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollMode(ScrollPerPixel);
     // Left to itself, QTableView makes a per-pixel step of the viewport's height over the
-    // number of rows: two pixels a notch in a long table, a page in a short one.
-    // A row's height per line of a notch (QApplication::wheelScrollLines()) instead.
+    // number of rows: two pixels a notch in a long table, a page in a short one. A row's
+    // height per line of a notch (QApplication::wheelScrollLines()) instead.
     const int step = verticalHeader()->defaultSectionSize();
     verticalScrollBar()->setSingleStep(step);
     horizontalScrollBar()->setSingleStep(step);

@@ -169,7 +169,7 @@ private Q_SLOTS:
         const QString longText = QStringLiteral("A text far too long");
         for (bool header : {false, true}) {
             const char* where = header ? "title" : "cell";
-            QTest::addRow("%s fits", where) << header << 200 << "Short" << "" << "";
+            QTest::addRow("%s fits", where) << header << 200 << "Short" << "" << (header ? "The header's own" : "");
             QTest::addRow("%s elided", where) << header << 60 << longText << "" << longText;
             QTest::addRow("%s model tip, elided", where) << header << 60 << longText << "Model" << "Model";
             QTest::addRow("%s model tip, fits", where) << header << 200 << "Short" << "Model" << "Model";
@@ -177,7 +177,8 @@ private Q_SLOTS:
         QTest::newRow("cell lines cut") << false << 200 << "One\nTwo\nThree" << "" << "One\nTwo\nThree";
     }
     // A cell or a title shows a tip of its whole text only when the text is cut; the
-    // model's tip wins. A tip that shows hides over one that has none.
+    // model's tip wins, and over a title that fits the header's own shows. A tip that
+    // shows hides over a cell that has none.
     void cutTextTips()
     {
         QFETCH(bool, header);
@@ -187,6 +188,7 @@ private Q_SLOTS:
         QFETCH(QString, shown);
         Host host;
         QWidget* area = header ? host.view->horizontalHeader()->viewport() : host.view->viewport();
+        host.view->horizontalHeader()->setToolTip(QStringLiteral("The header's own")); // only over titles that fit
         host.view->horizontalHeader()->setStretchLastSection(false);
         host.view->setColumnWidth(0, width);
         host.view->setColumnWidth(1, 40);

@@ -319,6 +319,7 @@ private Q_SLOTS:
         const QRect second = across ? QRect(header->sectionViewportPosition(1), 0, header->sectionSize(1), header->height())
                                     : QRect(0, header->sectionViewportPosition(1), header->width(), header->sectionSize(1));
         QCOMPARE(header->sortIndicatorSection(), -1);
+        QCOMPARE(HeaderView(orientation).property("hovered"), QVariant(false)); // without a model too
         const QImage plain = Render(header);
         host.view->selectionModel()->select(host.model->index(1, 1), QItemSelectionModel::Select);
         QVERIFY(!Changed(plain, Render(header), second).isEmpty());
@@ -350,13 +351,18 @@ private Q_SLOTS:
         header->setStyleSheet(QStringLiteral("OrvantaQT--HeaderView[hovered=\"true\"]::section { background: #00ff00; border: none; }"));
         QVERIFY(ShowAndWait(&host.window));
         SignalLog log(header, {"HoveredSectionChanged(int)"});
-        for (int section : {1, 0, -1, 2}) {
+        const auto green = [&] { return Render(header).pixelColor(host.Cell(0, 0).x() + 20, header->height() - 4) == Qt::green; };
+        QVERIFY(!green());
+        for (int section : {1, 2, -1, 0}) {
             section < 0 ? host.PointAt(3) : PointerTo(header->viewport(), {host.Cell(0, section).x(), 5});
             QCOMPARE(log.Take(), QStringList(QStringLiteral("HoveredSectionChanged(%1)").arg(section)));
             QCOMPARE(header->property("hoveredSection"), QVariant(section));
             QCOMPARE(header->property("hovered"), QVariant(section >= 0));
-            QCOMPARE(Render(header).pixelColor(host.Cell(0, 0).x() + 20, header->height() - 4) == Qt::green, section >= 0);
+            QCOMPARE(green(), section >= 0);
         }
+        header->moveSection(0, 1); // sections that move or change size under a still pointer
+        header->resizeSection(1, 10);
+        QCOMPARE(log.Take(), Words("HoveredSectionChanged(1) HoveredSectionChanged(0)"));
     }
 };
 

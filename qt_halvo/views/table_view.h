@@ -15,9 +15,9 @@ class InfoOverlayWidget;
 //   HoveredRow() / HoveredRowChanged() tell the rest;
 // - a cell shows a tool tip only when its text does not fit (and the model gives no tool
 //   tip of its own), with the whole text;
-// - while the model has no rows, an InfoOverlayWidget ("EmptyOverlay") over the viewport
-//   says so, with a text the host sets;
-// - scrolling per pixel in both directions.
+// - while the model has no rows under the root index, an InfoOverlayWidget ("EmptyOverlay")
+//   over the viewport says so, with a text the host sets (none: no overlay);
+// - scrolling per pixel in both directions, a wheel notch moving three rows' worth.
 // Its horizontal header is a HeaderView.
 class QT_HALVO_EXPORT TableView : public QTableView
 {
@@ -38,6 +38,8 @@ public:
     int HoveredRow() const;
 
     void setModel(QAbstractItemModel* model) override;
+    // An index of another model is refused (logged) and the root stays.
+    void setRootIndex(const QModelIndex& index) override;
 
 Q_SIGNALS:
     void HoveredRowChanged(int row);
@@ -46,6 +48,8 @@ protected:
     bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     QStyleOptionViewItem viewOptions() const override;
+    void scrollContentsBy(int dx, int dy) override;
+    void updateGeometries() override;
 
 private:
     struct Private;

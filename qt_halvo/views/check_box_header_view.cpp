@@ -433,14 +433,28 @@ void CheckBoxHeaderView::mouseDoubleClickEvent(QMouseEvent* event)
     HeaderView::mouseDoubleClickEvent(event);
 }
 
-bool CheckBoxHeaderView::viewportEvent(QEvent* event)
+bool CheckBoxHeaderView::event(QEvent* event)
 {
-    // The section under the pointer as QHeaderView has it, from hover events; the box from moves.
+    // The section under the pointer as QHeaderView has it: from the hover events the header
+    // itself gets (only when the style asks for them), as QHeaderView takes them.
     switch (event->type()) {
     case QEvent::HoverEnter:
     case QEvent::HoverMove:
         d->SetHover(logicalIndexAt(static_cast<QHoverEvent*>(event)->pos()), d->hoverBox);
         break;
+    case QEvent::HoverLeave:
+        d->SetHover(-1, d->hoverBox);
+        break;
+    default:
+        break;
+    }
+    return HeaderView::event(event);
+}
+
+bool CheckBoxHeaderView::viewportEvent(QEvent* event)
+{
+    // The box under the pointer, from moves.
+    switch (event->type()) {
     case QEvent::MouseMove:
         d->SetHover(d->hoverSection, d->Hit().contains(static_cast<QMouseEvent*>(event)->pos()));
         break;

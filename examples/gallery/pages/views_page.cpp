@@ -163,7 +163,7 @@ QWidget* CreateTable(FileModel* files, QWidget* parent)
     table->SetEmptyText(Translate("No file matches the filter."));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->verticalHeader()->hide();
-    table->setColumnWidth(FileModel::Keep, 70);
+    table->setColumnWidth(FileModel::Keep, 90);
     table->setColumnWidth(FileModel::Name, 120);
     table->setColumnWidth(FileModel::Size, 90);
     table->setColumnWidth(FileModel::Kind, 110);
@@ -344,6 +344,7 @@ QWidget* CreateAccessibility(QWidget* page, QWidget* parent)
     pie->setMaximum(100);
     pie->setValue(62);
     pie->setFixedSize(64, 64);
+    pie->setAccessibleName(Translate("Disk used"));
     row->addWidget(pie);
     auto* texts = new QVBoxLayout;
     auto* elided = new OrvantaQT::AutoresizedText(demo);

@@ -89,4 +89,43 @@ void AccessibilityRecorder::Record(QAccessibleEvent* event)
     g_recorded.append(Recorded{object, line});
 }
 
+ScreenReaderBus::ScreenReaderBus()
+{
+    m_bus.setStandardErrorFile(QProcess::nullDevice());
+    m_bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                                               QStringLiteral("--print-address=1")});
+    if (!m_bus.waitForReadyRead(10000))
+        return;
+    const QString address = QString::fromLocal8Bit(m_bus.readLine()).trimmed();
+    if (QProcess::execute(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("-f"),
+                                                    QStringLiteral("AT_SPI_BUS"), QStringLiteral("8s"),
+                                                    QStringLiteral("-set"), QStringLiteral("AT_SPI_BUS"), address})
+        == 0)
+        m_address = address;
+}
+
+ScreenReaderBus::~ScreenReaderBus()
+{
+    if (!m_address.isEmpty())
+        QProcess::execute(QStringLiteral("xprop"),
+                          {QStringLiteral("-root"), QStringLiteral("-remove"), QStringLiteral("AT_SPI_BUS")});
+    m_bus.terminate();
+    m_bus.waitForFinished();
+}
+
+QString ScreenReaderBus::Address() const
+{
+    return m_address;
+}
+
+QStringList ScreenReaderBus::Environment() const
+{
+    return {QStringLiteral("DBUS_SESSION_BUS_ADDRESS=") + m_address, QStringLiteral("QT_HALVO_TEST_ACCESSIBILITY_BUS=1")};
+}
+
+bool OnScreenReaderBus()
+{
+    return qEnvironmentVariableIsSet("QT_HALVO_TEST_ACCESSIBILITY_BUS");
+}
+
 } // namespace TestSupport

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QPointer>
+#include <QtCore/QProcess>
 #include <QtCore/QStringList>
 #include <QtGui/QAccessible>
 
@@ -27,5 +28,28 @@ private:
 
     QAccessible::UpdateHandler m_previous;
 };
+
+// Qt passes accessibility updates on (to a recorder too) only while a screen reader's bus is
+// there: a private message bus, published on the X server where Qt looks for one
+// (AT_SPI_BUS), stands in for it while this object lives. Address() is empty when it could
+// not start.
+class ScreenReaderBus
+{
+public:
+    ScreenReaderBus();
+    ~ScreenReaderBus();
+
+    QString Address() const;
+    // What a child process run with it needs in its environment; the child then finds
+    // OnScreenReaderBus() true.
+    QStringList Environment() const;
+
+private:
+    QProcess m_bus;
+    QString m_address;
+};
+
+// Whether this process was started with a ScreenReaderBus's environment.
+bool OnScreenReaderBus();
 
 } // namespace TestSupport

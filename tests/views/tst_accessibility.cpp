@@ -425,19 +425,10 @@ private Q_SLOTS:
 int RunOnPrivateBus(int argc, char** argv)
 {
     QCoreApplication core(argc, argv);
-    QProcess bus;
-    bus.setStandardErrorFile(QProcess::nullDevice());
-    bus.start(QStringLiteral("dbus-daemon"), {"--session", "--nofork", "--print-address=1"});
-    if (!bus.waitForReadyRead(10000))
-        qFatal("no dbus-daemon");
-    const QString address = QString::fromLocal8Bit(bus.readLine()).trimmed();
-    if (QProcess::execute("xprop", {"-root", "-f", "AT_SPI_BUS", "8s", "-set", "AT_SPI_BUS", address}) != 0)
-        qFatal("cannot publish the bus");
-    const TestSupport::ChildResult child = TestSupport::RunSelf(
-        core.arguments().mid(1), {"DBUS_SESSION_BUS_ADDRESS=" + address, "QT_HALVO_TEST_ACCESSIBILITY_BUS=1"});
-    QProcess::execute(QStringLiteral("xprop"), {"-root", "-remove", "AT_SPI_BUS"});
-    bus.terminate();
-    bus.waitForFinished();
+    const TestSupport::ScreenReaderBus bus;
+    if (bus.Address().isEmpty())
+        qFatal("no screen reader's bus");
+    const TestSupport::ChildResult child = TestSupport::RunSelf(core.arguments().mid(1), bus.Environment());
     std::fputs(qPrintable(child.output), stdout);
     return child.finished ? child.exitCode : 1;
 }
@@ -446,7 +437,7 @@ int main(int argc, char** argv)
 {
     if (argc == 3 && qstrcmp(argv[1], "--roles-probe") == 0)
         return RolesProbe(argc, argv);
-    if (!qEnvironmentVariableIsSet("QT_HALVO_TEST_ACCESSIBILITY_BUS"))
+    if (!TestSupport::OnScreenReaderBus())
         return RunOnPrivateBus(argc, argv);
     QApplication application(argc, argv);
     TestAccessibility test;

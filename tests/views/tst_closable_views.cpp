@@ -179,21 +179,14 @@ struct Host
     std::function<void(const QModelIndex&)> onClose;
 };
 
-// Runs a test function again in a child process that sees an accessibility bus, where Qt
-// tells of accessibility updates: a private message bus published on the X server stands in.
+// Runs a test function again in a child process that sees a screen reader's bus, where Qt
+// tells of accessibility updates.
 QString InChildWithAccessibilityBus(const char* function)
 {
-    QProcess bus;
-    bus.start(QStringLiteral("dbus-daemon"), {"--session", "--nofork", "--print-address=1"});
-    if (!bus.waitForReadyRead(10000))
-        return QStringLiteral("no dbus-daemon");
-    const QString address = QString::fromLocal8Bit(bus.readLine()).trimmed();
-    QProcess::execute(QStringLiteral("xprop"), {"-root", "-f", "AT_SPI_BUS", "8s", "-set", "AT_SPI_BUS", address});
-    const QString failure = TestSupport::RunTestFunctionInChild(function, {"DBUS_SESSION_BUS_ADDRESS=" + address, "A11Y_CHILD=1"});
-    QProcess::execute(QStringLiteral("xprop"), {"-root", "-remove", "AT_SPI_BUS"});
-    bus.terminate();
-    bus.waitForFinished();
-    return failure;
+    const TestSupport::ScreenReaderBus bus;
+    if (bus.Address().isEmpty())
+        return QStringLiteral("no screen reader's bus");
+    return TestSupport::RunTestFunctionInChild(function, bus.Environment());
 }
 
 } // namespace
@@ -285,7 +278,7 @@ private Q_SLOTS:
     // screen readers hear when it appears, moves and goes.
     void accessibility()
     {
-        if (!qEnvironmentVariableIsSet("A11Y_CHILD")) {
+        if (!TestSupport::OnScreenReaderBus()) {
             const QString failure = InChildWithAccessibilityBus("accessibility");
             QVERIFY2(failure.isEmpty(), qPrintable(failure));
             return;

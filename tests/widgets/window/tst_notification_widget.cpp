@@ -1,5 +1,6 @@
 #include <qt_halvo/widgets/window/notification_widget.h>
 
+#include "accessibility_recorder.h"
 #include "test_support.h"
 
 using OrvantaQT::NotificationType;
@@ -441,23 +442,12 @@ private Q_SLOTS:
     // text as plain text; hidden, it is not.
     void announcesItself()
     {
-        if (!qEnvironmentVariableIsSet("QT_HALVO_TEST_ACCESSIBILITY_BUS")) {
-            // Qt tells screen readers only while an accessibility bus is there: a private
-            // message bus, published on the X server where Qt looks for one, stands in for
-            // it in a child run of this function.
-            QProcess bus;
-            bus.setStandardErrorFile(QProcess::nullDevice());
-            bus.start(QStringLiteral("dbus-daemon"), {"--session", "--nofork", "--print-address=1"});
-            QVERIFY(bus.waitForReadyRead(10000));
-            const QString address = QString::fromLocal8Bit(bus.readLine()).trimmed();
-            QCOMPARE(QProcess::execute(QStringLiteral("xprop"),
-                                       {"-root", "-f", "AT_SPI_BUS", "8s", "-set", "AT_SPI_BUS", address}), 0);
-            const QString failure = TestSupport::RunTestFunctionInChild(
-                "announcesItself", {"DBUS_SESSION_BUS_ADDRESS=" + address, "QT_HALVO_TEST_ACCESSIBILITY_BUS=1"});
-            QProcess::execute(QStringLiteral("xprop"), {"-root", "-remove", "AT_SPI_BUS"});
-            bus.terminate();
-            bus.waitForFinished();
-            QCOMPARE(failure, QString());
+        if (!TestSupport::OnScreenReaderBus()) {
+            // Qt tells screen readers only while their bus is there: a child run of this
+            // function gets a private one.
+            const TestSupport::ScreenReaderBus bus;
+            QVERIFY(!bus.Address().isEmpty());
+            QCOMPARE(TestSupport::RunTestFunctionInChild("announcesItself", bus.Environment()), QString());
             return;
         }
         const QAccessible::UpdateHandler previous = QAccessible::installUpdateHandler(RecordAlerts);

@@ -3,6 +3,7 @@
 #include <qt_halvo/utilities/logging_p.h>
 
 #include <QtCore/QPointer>
+#include <QtCore/QScopedValueRollback>
 #include <QtCore/QTimer>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
@@ -168,6 +169,8 @@ public:
     WidgetSet* SetOf(const QModelIndex& index) const;
     WidgetSet* Owner(QObject* object, QWidget** top) const;
     void Sweep();
+    void Prepare(const QRect& area);
+    const WidgetSet* Entry(bool forward) const;
     void Release(WidgetSet* set);
     void ReleaseWhere(const std::function<bool(const QModelIndex&)>& removed);
     void Discard(WidgetSet* set);
@@ -195,6 +198,7 @@ public:
     bool forwarding = false;
     bool pressForwarded = false;
     bool updating = false;
+    bool tabbing = false; // the focus moves from one widget of a set to another by Tab
     bool loggedNull = false;
     bool loggedTwice = false;
 };
@@ -386,6 +390,44 @@ void WidgetItemDelegate::Private::Sweep()
     }
 }
 
+// Before the view paints area: the sets of the indexes it covers, made, filled and placed,
+// so that the frame shows each row with its widgets (the view places nothing outside area).
+void WidgetItemDelegate::Private::Prepare(const QRect& area)
+{
+    if (!view || !viewport || !model || area.isEmpty())
+        return;
+    QModelIndex at;
+    for (int y = area.top(); y <= area.bottom() && !at.isValid(); ++y) {
+        at = view->indexAt(QPoint(area.left(), y));
+        if (!at.isValid())
+            at = view->indexAt(QPoint(area.center().x(), y));
+    }
+    if (!at.isValid())
+        return;
+    at = at.sibling(at.row(), 0);
+    if (!Paints(at))
+        at = Step(at, true);
+    QStyleOptionViewItem option;
+    option.initFrom(view);
+    option.state &= ~QStyle::State_HasFocus;
+    option.widget = view;
+    const QItemSelectionModel* selection = view->selectionModel();
+    for (int steps = 0; at.isValid() && steps < kStepsTried; ++steps, at = Step(at, true)) {
+        const QRect rect = view->visualRect(at);
+        if (rect.top() > area.bottom())
+            break;
+        if (!rect.intersects(area))
+            continue;
+        QStyleOptionViewItem cell = option;
+        cell.rect = rect;
+        if (selection && selection->isSelected(at))
+            cell.state |= QStyle::State_Selected;
+        if (!(model->flags(at) & Qt::ItemIsEnabled))
+            cell.state &= ~QStyle::State_Enabled;
+        Place(at, cell);
+    }
+}
+
 void WidgetItemDelegate::Private::Release(WidgetSet* set)
 {
     // Hiding the focused widget would hand the focus on to some other row's widget.
@@ -482,6 +524,7 @@ bool WidgetItemDelegate::Private::TabFrom(const WidgetSet* set, QWidget* top, bo
     const int step = forward ? 1 : -1;
     for (int i = set->widgets.indexOf(top) + step; i >= 0 && i < set->widgets.size(); i += step) {
         if (CanTabTo(set->widgets.at(i))) {
+            const QScopedValueRollback<bool> steering(tabbing, true);
             set->widgets.at(i)->setFocus(reason);
             return true;
         }
@@ -495,6 +538,7 @@ bool WidgetItemDelegate::Private::TabFrom(const WidgetSet* set, QWidget* top, bo
         viewport->repaint(view->visualRect(index)); // places its set now
         const WidgetSet* next = SetOf(index);
         if (QWidget* widget = next ? next->Edge(forward) : nullptr) {
+            const QScopedValueRollback<bool> steering(tabbing, true);
             widget->setFocus(reason);
             return true;
         }
@@ -509,6 +553,7 @@ bool WidgetItemDelegate::Private::TabFrom(const WidgetSet* set, QWidget* top, bo
             }
         }
     }
+    const QScopedValueRollback<bool> steering(tabbing, true);
     view->setFocus(reason);
     return true;
 }
@@ -541,6 +586,15 @@ bool WidgetItemDelegate::Private::HostedEvent(QWidget* watched, QEvent* event)
         return false;
     const QEvent::Type type = event->type();
     if (type == QEvent::FocusIn) {
+        // Backtab from a widget after the view walks the focus chain to whichever widget was
+        // made last; Qt's views come back to the current index instead.
+        const WidgetSet* entry = nullptr;
+        if (!tabbing && static_cast<QFocusEvent*>(event)->reason() == Qt::BacktabFocusReason && (entry = Entry(false))
+            && entry->Edge(false) != top) {
+            const QScopedValueRollback<bool> steering(tabbing, true);
+            entry->Edge(false)->setFocus(Qt::BacktabFocusReason);
+            return false;
+        }
         // A click that focuses a widget changes the current index only through the press.
         if (set->inUse && view && view->selectionModel()
             && static_cast<QFocusEvent*>(event)->reason() != Qt::MouseFocusReason && view->currentIndex() != set->index)
@@ -593,6 +647,7 @@ bool WidgetItemDelegate::Private::ViewportEvent(QEvent* event)
     const QEvent::Type type = event->type();
     if (type == QEvent::Paint) {
         Sweep();
+        Prepare(static_cast<QPaintEvent*>(event)->rect() & viewport->rect());
     } else if (type == QEvent::ChildRemoved) {
         // The viewport deleting its children sends none of these: the host deleted (or took)
         // a widget of a set, which is made again for its index.
@@ -613,26 +668,46 @@ bool WidgetItemDelegate::Private::ViewportEvent(QEvent* event)
     return false;
 }
 
-// Tab on the view goes into the widgets of the current row, or of the topmost one shown.
+// Tab on the view goes into the widgets of the current row, or of the topmost one shown;
+// Backtab into the view from a widget after it, into those of the current or bottom row.
 bool WidgetItemDelegate::Private::ViewEvent(QEvent* event)
 {
-    if (event->type() != QEvent::KeyPress || view->tabKeyNavigation())
+    if (view->tabKeyNavigation())
+        return false;
+    if (event->type() == QEvent::FocusIn && !tabbing
+        && static_cast<QFocusEvent*>(event)->reason() == Qt::BacktabFocusReason) {
+        if (const WidgetSet* entry = Entry(false)) {
+            const QScopedValueRollback<bool> steering(tabbing, true);
+            entry->Edge(false)->setFocus(Qt::BacktabFocusReason);
+        }
+        return false;
+    }
+    if (event->type() != QEvent::KeyPress)
         return false;
     const auto* key = static_cast<const QKeyEvent*>(event);
     if (key->key() != Qt::Key_Tab || key->modifiers() != Qt::NoModifier)
         return false;
-    const WidgetSet* target = SetOf(view->currentIndex());
-    if (!target || !target->Edge(true)) {
-        target = nullptr;
-        for (const auto& set : sets) {
-            if (set->inUse && set->Edge(true) && (!target || set->rect.top() < target->rect.top()))
-                target = set.get();
-        }
-    }
+    const WidgetSet* target = Entry(true);
     if (!target)
         return false;
     target->Edge(true)->setFocus(Qt::TabFocusReason);
     return true;
+}
+
+// The set the focus enters the view at: the current index's, else the topmost (bottommost)
+// shown one with a widget to take it.
+const WidgetSet* WidgetItemDelegate::Private::Entry(bool forward) const
+{
+    const WidgetSet* target = view ? SetOf(view->currentIndex()) : nullptr;
+    if (target && target->Edge(forward))
+        return target;
+    target = nullptr;
+    for (const auto& set : sets) {
+        if (set->inUse && set->Edge(forward)
+            && (!target || (qMakePair(set->rect.top(), set->rect.left()) < qMakePair(target->rect.top(), target->rect.left())) == forward))
+            target = set.get();
+    }
+    return target;
 }
 
 bool WidgetItemDelegate::Private::eventFilter(QObject* watched, QEvent* event)

@@ -20,6 +20,14 @@ public:
     using WidgetItemDelegate::WidgetItemDelegate;
     std::function<QList<QWidget*>()> make; // instead of the three widgets
     mutable int created = 0;
+    mutable QStringList filled; // "row before" or "row in paint": filled before the view paints a row or from paint()
+    mutable bool painting = false;
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        painting = true;
+        WidgetItemDelegate::paint(painter, option, index);
+        painting = false;
+    }
     QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override { return {200, kRow}; }
 
 protected:
@@ -38,6 +46,7 @@ protected:
     {
         if (widgets.size() != 3)
             return;
+        filled << QStringLiteral("%1 %2").arg(index.row()).arg(painting ? "in paint" : "before");
         widgets[0]->setGeometry(4, 5, 20, 20);
         static_cast<QLabel*>(widgets[1])->setText(index.data().toString());
         widgets[1]->setGeometry(30, 5, 100, 20);
@@ -252,6 +261,44 @@ private Q_SLOTS:
         QCOMPARE(Shown(h, false), Expected(h, false));
     }
 
+    void firstFrame_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<int>("by"); // pixels scrolled, from the top or (negative) back up from the end
+        for (const char* kind : {"list", "table", "tree"}) {
+            for (const int by : {kRow, kRow + 15, 3 * kRow, -kRow})
+                QTest::addRow("%s, %d", kind, by) << QString::fromLatin1(kind) << by;
+        }
+    }
+    // The first frame after a scroll shows the rows that came in with their widgets, filled
+    // before the view paints: the button of the new edge row as that of its neighbour.
+    void firstFrame()
+    {
+        QFETCH(QString, kind);
+        QFETCH(int, by);
+        Host h(50, kind);
+        QScrollBar* bar = h.view->verticalScrollBar();
+        QVERIFY(h.Show());
+        bar->setValue(by < 0 ? bar->maximum() : 0);
+        Settle();
+        h.delegate->filled.clear();
+        bar->setValue(by < 0 ? bar->maximum() + by : by);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest); // one frame out
+        const QPoint at = h.view->viewport()->mapTo(&h.window, QPoint());
+        const QImage picture = h.window.windowHandle()->screen()->grabWindow(h.window.winId(), at.x(), at.y(),
+            h.view->viewport()->width(), h.view->viewport()->height()).toImage();
+        QCOMPARE(Shown(h, true), Expected(h, true));
+        const QVector<QModelIndex> rows = VisibleRows(h);
+        const QModelIndex came = by < 0 ? rows.first() : rows.last();
+        const QRect edge = h.view->visualRect(came);
+        QVERIFY(h.delegate->filled.contains(QStringLiteral("%1 before").arg(came.row())));
+        QCOMPARE(h.delegate->filled.filter("in paint"), QStringList());
+        const QRect button = QRect(edge.right() - 63, edge.top() + 2, 60, 26) & h.view->viewport()->rect();
+        const int neighbour = by < 0 ? kRow : -kRow;
+        QCOMPARE(picture.copy(button), picture.copy(button.translated(0, neighbour)));
+        QVERIFY(picture.copy(button) != picture.copy(button.translated(-100, 0))); // not the bare row
+    }
+
     void tabOrder_data()
     {
         QTest::addColumn<QString>("kind");
@@ -260,6 +307,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("path");
         QTest::newRow("table of two columns") << "wide" << 0 << "Tab Tab Tab Tab Tab Backtab Backtab"
                                               << "0:check 0:button 0.1:check 0.1:button 1:check 0.1:button 0.1:check";
+        QTest::newRow("table of two columns, back in") << "wide" << 0 << "after End Backtab" << "after after 49.1:button";
         for (const char* kind : {"list", "table", "tree"}) {
             QTest::addRow("%s, through a row and back", kind)
                 << kind << 0 << "Tab Tab Tab Backtab Backtab Backtab"
@@ -268,9 +316,14 @@ private Q_SLOTS:
                 << kind << 8 << "Tab Tab Tab Tab Tab Tab Tab Backtab"
                 << "8:check 8:button 9:check 9:button 10:check 10:button 11:check 10:button";
             QTest::addRow("%s, off the end", kind) << kind << 49 << "Tab Tab Tab" << "49:check 49:button after";
+            QTest::addRow("%s, back in", kind) << kind << 3 << "after Backtab Backtab" << "after 3:button 3:check";
+            QTest::addRow("%s, back in past a view without focus", kind) << kind << 5 << "after NoFocus Backtab" << "after after 5:button";
+            QTest::addRow("%s, back in, current out of sight", kind) << kind << 0 << "after End Backtab" << "after after 49:button";
         }
     }
     // Tab goes from widget to widget, row after row, into view; the current index follows.
+    // Backtab from the line edit after the view ("after") comes back to the current row, or
+    // to the bottom one when it is scrolled away ("End"), also when the view takes no focus.
     void tabOrder()
     {
         QFETCH(QString, kind);
@@ -286,7 +339,14 @@ private Q_SLOTS:
         Settle();
         QStringList went;
         for (const QString& key : keys.split(' ')) {
-            QTest::keyClick(QApplication::focusWidget(), key == QLatin1String("Tab") ? Qt::Key_Tab : Qt::Key_Backtab);
+            if (key == QLatin1String("after"))
+                h.after->setFocus(Qt::OtherFocusReason);
+            else if (key == QLatin1String("NoFocus"))
+                h.view->setFocusPolicy(Qt::NoFocus);
+            else if (key == QLatin1String("End"))
+                h.view->verticalScrollBar()->setValue(h.view->verticalScrollBar()->maximum());
+            else
+                QTest::keyClick(QApplication::focusWidget(), key == QLatin1String("Tab") ? Qt::Key_Tab : Qt::Key_Backtab);
             Settle();
             went << Focus(h);
             if (h.delegate->FocusedIndex().isValid()) {

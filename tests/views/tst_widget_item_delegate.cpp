@@ -39,6 +39,7 @@ protected:
         QList<QWidget*> widgets{new QCheckBox, new QLabel, new QPushButton};
         for (int i = 0; i < 3; ++i)
             widgets[i]->setObjectName(QString::fromLatin1("check label button").split(' ')[i]);
+        widgets[0]->setGeometry(4, 5, 20, 20); // once: the delegate keeps it there in every row
         return widgets;
     }
     void UpdateItemWidgets(const QList<QWidget*>& widgets, const QStyleOptionViewItem& option,
@@ -47,7 +48,6 @@ protected:
         if (widgets.size() != 3)
             return;
         filled << QStringLiteral("%1 %2").arg(index.row()).arg(painting ? "in paint" : "before");
-        widgets[0]->setGeometry(4, 5, 20, 20);
         static_cast<QLabel*>(widgets[1])->setText(index.data().toString());
         widgets[1]->setGeometry(30, 5, 100, 20);
         widgets[2]->setGeometry(option.rect.width() - 64, 2, 60, 26);
@@ -110,6 +110,15 @@ struct Host
         return shown;
     }
     QModelIndex At(int row) { return model.index(row); }
+    void Hide(int row)
+    {
+        if (auto* list = qobject_cast<QListView*>(view))
+            list->setRowHidden(row, true);
+        else if (auto* table = qobject_cast<QTableView*>(view))
+            table->setRowHidden(row, true);
+        else
+            static_cast<QTreeView*>(view)->setRowHidden(row, QModelIndex(), true);
+    }
 };
 
 QVector<QModelIndex> VisibleRows(Host& h)
@@ -232,14 +241,7 @@ private Q_SLOTS:
             {"sorted", [](Host& h) { h.model.sort(0, Qt::DescendingOrder); }},
             {"data changed", [](Host& h) { h.model.setData(h.At(2), "edited"); }},
             {"model reset", [](Host& h) { h.model.setStringList({"a", "b", "c"}); }},
-            {"row hidden", [](Host& h) {
-                 if (auto* list = qobject_cast<QListView*>(h.view))
-                     list->setRowHidden(1, true);
-                 else if (auto* table = qobject_cast<QTableView*>(h.view))
-                     table->setRowHidden(1, true);
-                 else
-                     static_cast<QTreeView*>(h.view)->setRowHidden(1, QModelIndex(), true);
-             }},
+            {"row hidden", [](Host& h) { h.Hide(1); }},
         };
         for (const char* kind : {"list", "table", "tree"}) {
             for (const auto& change : changes)
@@ -317,6 +319,8 @@ private Q_SLOTS:
                 << "8:check 8:button 9:check 9:button 10:check 10:button 11:check 10:button";
             QTest::addRow("%s, off the end", kind) << kind << 49 << "Tab Tab Tab" << "49:check 49:button after";
             QTest::addRow("%s, back in", kind) << kind << 3 << "after Backtab Backtab" << "after 3:button 3:check";
+            QTest::addRow("%s, past forty hidden rows", kind) << kind << 0 << "Hide Tab Tab Tab" << "view:0 0:check 0:button 41:check";
+            QTest::addRow("%s, fewer rows in sight", kind) << kind << 0 << "after Shrink" << "after after";
             QTest::addRow("%s, back in past a view without focus", kind) << kind << 5 << "after NoFocus Backtab" << "after after 5:button";
             QTest::addRow("%s, back in, current out of sight", kind) << kind << 0 << "after End Backtab" << "after after 49:button";
         }
@@ -324,6 +328,7 @@ private Q_SLOTS:
     // Tab goes from widget to widget, row after row, into view; the current index follows.
     // Backtab from the line edit after the view ("after") comes back to the current row, or
     // to the bottom one when it is scrolled away ("End"), also when the view takes no focus.
+    // The other words: rows 1 to 40 hidden, the view made two rows high.
     void tabOrder()
     {
         QFETCH(QString, kind);
@@ -339,12 +344,15 @@ private Q_SLOTS:
         Settle();
         QStringList went;
         for (const QString& key : keys.split(' ')) {
-            if (key == QLatin1String("after"))
-                h.after->setFocus(Qt::OtherFocusReason);
-            else if (key == QLatin1String("NoFocus"))
-                h.view->setFocusPolicy(Qt::NoFocus);
-            else if (key == QLatin1String("End"))
-                h.view->verticalScrollBar()->setValue(h.view->verticalScrollBar()->maximum());
+            const QHash<QString, Action> actions{
+                {"after", [](Host& h) { h.after->setFocus(Qt::OtherFocusReason); }},
+                {"NoFocus", [](Host& h) { h.view->setFocusPolicy(Qt::NoFocus); }},
+                {"End", [](Host& h) { h.view->verticalScrollBar()->setValue(h.view->verticalScrollBar()->maximum()); }},
+                {"Shrink", [](Host& h) { h.view->setFixedHeight(2 * kRow); }},
+                {"Hide", [](Host& h) { for (int row = 1; row <= 40; ++row) h.Hide(row); }},
+            };
+            if (actions.contains(key))
+                actions.value(key)(h);
             else
                 QTest::keyClick(QApplication::focusWidget(), key == QLatin1String("Tab") ? Qt::Key_Tab : Qt::Key_Backtab);
             Settle();

@@ -16,6 +16,7 @@
 #include <QtCore/QMetaEnum>
 #include <QtCore/QPointer>
 #include <QtCore/QSortFilterProxyModel>
+#include <QtCore/QTimer>
 #include <QtGui/QAccessible>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QStandardItemModel>
@@ -177,9 +178,19 @@ QWidget* CreateTable(FileModel* files, QWidget* parent)
         state->setText(Translate("%1 of %2 shown files kept.")
                            .arg(QLocale().toString(header->CheckedCount()), QLocale().toString(header->RowCount())));
     };
-    QObject::connect(header, &CheckBoxHeaderView::CheckStateChanged, state, showState);
-    QObject::connect(proxy, &QAbstractItemModel::modelReset, state, showState);
-    QObject::connect(proxy, &QAbstractItemModel::dataChanged, state, showState);
+    // Checking every row changes 100,000 of them: one new text for all the changes of an
+    // event loop pass.
+    auto* later = new QTimer(state);
+    later->setSingleShot(true);
+    later->setInterval(0);
+    QObject::connect(later, &QTimer::timeout, state, showState);
+    const auto showLater = [later] { later->start(); };
+    QObject::connect(header, &CheckBoxHeaderView::CheckStateChanged, later, showLater);
+    QObject::connect(proxy, &QAbstractItemModel::dataChanged, later, showLater);
+    QObject::connect(proxy, &QAbstractItemModel::rowsInserted, later, showLater);
+    QObject::connect(proxy, &QAbstractItemModel::rowsRemoved, later, showLater);
+    QObject::connect(proxy, &QAbstractItemModel::modelReset, later, showLater);
+    QObject::connect(proxy, &QAbstractItemModel::layoutChanged, later, showLater);
     showState();
     layout->addWidget(state);
     return demo;
@@ -250,7 +261,7 @@ protected:
         open->setObjectName(QStringLiteral("RowOpen"));
         QAbstractItemView* view = ItemView();
         QObject::connect(keep, &QCheckBox::toggled, view, [this, keep](bool on) {
-            const QModelIndex index = keep->property("row").toModelIndex();
+            const QModelIndex index = keep->property("row").value<QPersistentModelIndex>();
             if (index.isValid())
                 ItemView()->model()->setData(index.siblingAtColumn(FileModel::Keep), on ? Qt::Checked : Qt::Unchecked,
                                              Qt::CheckStateRole);
@@ -271,7 +282,7 @@ protected:
         auto* keep = static_cast<QCheckBox*>(widgets[0]);
         auto* open = static_cast<QPushButton*>(widgets[1]);
         const QModelIndex keepIndex = index.sibling(index.row(), FileModel::Keep);
-        keep->setProperty("row", QVariant::fromValue(QModelIndex(keepIndex)));
+        keep->setProperty("row", QVariant::fromValue(QPersistentModelIndex(keepIndex)));
         const QSignalBlocker blocker(keep);
         keep->setChecked(keepIndex.data(Qt::CheckStateRole).toInt() == Qt::Checked);
         keep->setText(index.sibling(index.row(), FileModel::Name).data().toString());

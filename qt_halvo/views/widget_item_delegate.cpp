@@ -116,9 +116,13 @@ struct WidgetSet
             list << widget.data();
         return list;
     }
-    QPoint Offset() const
+    QWidget* First() const { return widgets.isEmpty() ? nullptr : widgets.first().data(); }
+    QPoint Offset() const { return First() ? rect.topLeft() + First()->pos() - anchor : rect.topLeft(); }
+    // The widgets are where they belong for the index at rect.
+    void Placed(const QRect& at)
     {
-        return widgets.isEmpty() || !widgets.first() ? rect.topLeft() : rect.topLeft() + widgets.first()->pos() - anchor;
+        rect = at;
+        anchor = First() ? First()->pos() : QPoint();
     }
     bool HasFocus() const
     {
@@ -284,9 +288,7 @@ void WidgetItemDelegate::Private::Place(const QModelIndex& index, const QStyleOp
         set->dirty = true;
     }
     if (!set->dirty && set->rect.size() == option.rect.size() && set->Offset() == option.rect.topLeft()) {
-        set->rect = option.rect;
-        if (!set->widgets.isEmpty() && set->widgets.first())
-            set->anchor = set->widgets.first()->pos();
+        set->Placed(option.rect);
         return;
     }
     Update(set, option);
@@ -315,8 +317,7 @@ void WidgetItemDelegate::Private::Update(WidgetSet* set, const QStyleOptionViewI
             widget->move(widget->pos() + to);
         }
     }
-    set->rect = option.rect;
-    set->anchor = set->widgets.isEmpty() || !set->widgets.first() ? QPoint() : set->widgets.first()->pos();
+    set->Placed(option.rect);
     set->dirty = false;
 }
 

@@ -362,7 +362,7 @@ void ClosableViewHelper::Paint(QPainter* painter)
     QStyleOptionViewItem item;
     item.initFrom(view);
     item.rect = row;
-    item.state &= ~(QStyle::State_HasFocus | QStyle::State_MouseOver);
+    item.state &= ~QStyle::State_HasFocus;
     item.state.setFlag(QStyle::State_Selected, selected);
     item.state.setFlag(QStyle::State_MouseOver, m_pointerInside && row.contains(m_pointer));
     item.features.setFlag(QStyleOptionViewItem::Alternate, IsAlternate(view, m_place.index, row));
@@ -391,7 +391,7 @@ void ClosableViewHelper::Paint(QPainter* painter)
     QStyleOption option;
     option.initFrom(view);
     option.rect = button;
-    option.state &= ~(QStyle::State_HasFocus | QStyle::State_MouseOver);
+    option.state &= ~QStyle::State_HasFocus;
     option.state |= QStyle::State_AutoRaise;
     option.state.setFlag(QStyle::State_MouseOver, m_hovered);
     option.state.setFlag(QStyle::State_Raised, m_hovered && !m_sunken);

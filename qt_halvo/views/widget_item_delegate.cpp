@@ -116,9 +116,13 @@ struct WidgetSet
             list << widget.data();
         return list;
     }
-    QPoint Offset() const
+    QWidget* First() const { return widgets.isEmpty() ? nullptr : widgets.first().data(); }
+    QPoint Offset() const { return First() ? rect.topLeft() + First()->pos() - anchor : rect.topLeft(); }
+    // The widgets are where they belong for the index at rect.
+    void Placed(const QRect& at)
     {
-        return widgets.isEmpty() || !widgets.first() ? rect.topLeft() : rect.topLeft() + widgets.first()->pos() - anchor;
+        rect = at;
+        anchor = First() ? First()->pos() : QPoint();
     }
     bool HasFocus() const
     {
@@ -171,6 +175,7 @@ public:
     void Sweep();
     void Prepare(const QRect& area);
     const WidgetSet* Entry(bool forward) const;
+    bool BacktabIn(const QFocusEvent* event, const QWidget* landed);
     void Release(WidgetSet* set);
     void ReleaseWhere(const std::function<bool(const QModelIndex&)>& removed);
     void Discard(WidgetSet* set);
@@ -284,9 +289,7 @@ void WidgetItemDelegate::Private::Place(const QModelIndex& index, const QStyleOp
         set->dirty = true;
     }
     if (!set->dirty && set->rect.size() == option.rect.size() && set->Offset() == option.rect.topLeft()) {
-        set->rect = option.rect;
-        if (!set->widgets.isEmpty() && set->widgets.first())
-            set->anchor = set->widgets.first()->pos();
+        set->Placed(option.rect);
         return;
     }
     Update(set, option);
@@ -315,8 +318,7 @@ void WidgetItemDelegate::Private::Update(WidgetSet* set, const QStyleOptionViewI
             widget->move(widget->pos() + to);
         }
     }
-    set->rect = option.rect;
-    set->anchor = set->widgets.isEmpty() || !set->widgets.first() ? QPoint() : set->widgets.first()->pos();
+    set->Placed(option.rect);
     set->dirty = false;
 }
 
@@ -588,13 +590,8 @@ bool WidgetItemDelegate::Private::HostedEvent(QWidget* watched, QEvent* event)
     if (type == QEvent::FocusIn) {
         // Backtab from a widget after the view walks the focus chain to whichever widget was
         // made last; Qt's views come back to the current index instead.
-        const WidgetSet* entry = nullptr;
-        if (!tabbing && static_cast<QFocusEvent*>(event)->reason() == Qt::BacktabFocusReason && (entry = Entry(false))
-            && entry->Edge(false) != top) {
-            const QScopedValueRollback<bool> steering(tabbing, true);
-            entry->Edge(false)->setFocus(Qt::BacktabFocusReason);
+        if (BacktabIn(static_cast<QFocusEvent*>(event), top))
             return false;
-        }
         // A click that focuses a widget changes the current index only through the press.
         if (set->inUse && view && view->selectionModel()
             && static_cast<QFocusEvent*>(event)->reason() != Qt::MouseFocusReason && view->currentIndex() != set->index)
@@ -674,12 +671,8 @@ bool WidgetItemDelegate::Private::ViewEvent(QEvent* event)
 {
     if (view->tabKeyNavigation())
         return false;
-    if (event->type() == QEvent::FocusIn && !tabbing
-        && static_cast<QFocusEvent*>(event)->reason() == Qt::BacktabFocusReason) {
-        if (const WidgetSet* entry = Entry(false)) {
-            const QScopedValueRollback<bool> steering(tabbing, true);
-            entry->Edge(false)->setFocus(Qt::BacktabFocusReason);
-        }
+    if (event->type() == QEvent::FocusIn) {
+        BacktabIn(static_cast<QFocusEvent*>(event), view);
         return false;
     }
     if (event->type() != QEvent::KeyPress)
@@ -708,6 +701,18 @@ const WidgetSet* WidgetItemDelegate::Private::Entry(bool forward) const
             target = set.get();
     }
     return target;
+}
+
+// A focus that Backtab brought into the view (at landed) from outside moves on to the last
+// widget of the entry set; true when it did.
+bool WidgetItemDelegate::Private::BacktabIn(const QFocusEvent* event, const QWidget* landed)
+{
+    const WidgetSet* entry = tabbing || event->reason() != Qt::BacktabFocusReason ? nullptr : Entry(false);
+    if (!entry || entry->Edge(false) == landed)
+        return false;
+    const QScopedValueRollback<bool> steering(tabbing, true);
+    entry->Edge(false)->setFocus(Qt::BacktabFocusReason);
+    return true;
 }
 
 bool WidgetItemDelegate::Private::eventFilter(QObject* watched, QEvent* event)

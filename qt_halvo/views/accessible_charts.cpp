@@ -196,8 +196,10 @@ public:
     }
     int indexOfChild(const QAccessibleInterface* child) const override
     {
-        for (int i = 0; i < childCount(); ++i) {
-            if (i < int(m_sections.size()) && m_sections[i] && QAccessible::accessibleInterface(m_sections[i]) == child)
+        // Only sections asked for have interfaces; those past the chart's count stand for nothing.
+        const int known = std::min(childCount(), int(m_sections.size()));
+        for (int i = 0; i < known; ++i) {
+            if (m_sections[i] && QAccessible::accessibleInterface(m_sections[i]) == child)
                 return i;
         }
         return -1;

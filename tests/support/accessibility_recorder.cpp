@@ -17,25 +17,15 @@ QVector<Recorded> g_recorded;
 
 QString Flags(const QAccessible::State& state)
 {
+    const std::pair<bool, const char*> flags[] = {
+        {state.checked, "checked"},   {state.checkStateMixed, "checkStateMixed"}, {state.busy, "busy"},
+        {state.invisible, "invisible"}, {state.pressed, "pressed"},             {state.focused, "focused"},
+        {state.disabled, "disabled"}, {state.selected, "selected"},             {state.hotTracked, "hotTracked"}};
     QStringList names;
-    if (state.checked)
-        names << QStringLiteral("checked");
-    if (state.checkStateMixed)
-        names << QStringLiteral("checkStateMixed");
-    if (state.busy)
-        names << QStringLiteral("busy");
-    if (state.invisible)
-        names << QStringLiteral("invisible");
-    if (state.pressed)
-        names << QStringLiteral("pressed");
-    if (state.focused)
-        names << QStringLiteral("focused");
-    if (state.disabled)
-        names << QStringLiteral("disabled");
-    if (state.selected)
-        names << QStringLiteral("selected");
-    if (state.hotTracked)
-        names << QStringLiteral("hotTracked");
+    for (const auto& flag : flags) {
+        if (flag.first)
+            names << QLatin1String(flag.second);
+    }
     return names.join(QLatin1Char(' '));
 }
 

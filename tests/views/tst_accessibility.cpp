@@ -419,26 +419,15 @@ private Q_SLOTS:
     }
 };
 
-// Qt tells accessibility updates only while a screen reader's bus is there: without one,
-// this executable runs itself again with a private message bus published where Qt looks
-// for it (the X server's AT_SPI_BUS), and passes the result on.
-int RunOnPrivateBus(int argc, char** argv)
-{
-    QCoreApplication core(argc, argv);
-    const TestSupport::ScreenReaderBus bus;
-    if (bus.Address().isEmpty())
-        qFatal("no screen reader's bus");
-    const TestSupport::ChildResult child = TestSupport::RunSelf(core.arguments().mid(1), bus.Environment());
-    std::fputs(qPrintable(child.output), stdout);
-    return child.finished ? child.exitCode : 1;
-}
-
+// Qt passes accessibility updates on only while a screen reader's bus is there.
 int main(int argc, char** argv)
 {
     if (argc == 3 && qstrcmp(argv[1], "--roles-probe") == 0)
         return RolesProbe(argc, argv);
-    if (!TestSupport::OnScreenReaderBus())
-        return RunOnPrivateBus(argc, argv);
+    const TestSupport::ScreenReaderBus bus;
+    if (bus.Address().isEmpty())
+        return qCritical("no screen reader's bus"), 1;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.Address().toLocal8Bit());
     QApplication application(argc, argv);
     TestAccessibility test;
     return QTest::qExec(&test, argc, argv);

@@ -401,7 +401,7 @@ void CheckBoxHeaderView::mousePressEvent(QMouseEvent* event)
     // A disabled box takes its presses too: they are not the section's.
     if (event->button() == Qt::LeftButton && d->Hit().contains(event->pos())) {
         d->pressedBox = true;
-        d->SetHover(d->hoverSection, true);
+        d->hoverBox = true;
         updateSection(d->checkColumn);
         event->accept();
         return;

@@ -92,13 +92,10 @@ bool HeaderView::viewportEvent(QEvent* event)
     switch (event->type()) {
     case QEvent::HoverEnter:
     case QEvent::HoverMove:
-        m_pointerOver = true;
-        m_pointer = static_cast<QHoverEvent*>(event)->pos();
-        UpdateHovered();
-        break;
     case QEvent::MouseMove:
         m_pointerOver = true;
-        m_pointer = static_cast<QMouseEvent*>(event)->pos();
+        m_pointer = event->type() == QEvent::MouseMove ? static_cast<QMouseEvent*>(event)->pos()
+                                                       : static_cast<QHoverEvent*>(event)->pos();
         UpdateHovered();
         break;
     case QEvent::Leave:

@@ -257,13 +257,10 @@ bool TableView::viewportEvent(QEvent* event)
     switch (event->type()) {
     case QEvent::HoverEnter:
     case QEvent::HoverMove:
-        d->pointerOver = true;
-        d->pointer = static_cast<QHoverEvent*>(event)->pos();
-        d->UpdateHoveredRow();
-        break;
     case QEvent::MouseMove:
         d->pointerOver = true;
-        d->pointer = static_cast<QMouseEvent*>(event)->pos();
+        d->pointer = event->type() == QEvent::MouseMove ? static_cast<QMouseEvent*>(event)->pos()
+                                                        : static_cast<QHoverEvent*>(event)->pos();
         d->UpdateHoveredRow();
         break;
     case QEvent::Leave:

@@ -240,7 +240,6 @@ CheckBoxHeaderView::CheckBoxHeaderView(QWidget* parent)
     : HeaderView(Qt::Horizontal, parent)
     , d(new Private(this))
 {
-    viewport()->setMouseTracking(true);
     qRegisterMetaType<Qt::CheckState>(); // for queued connections to CheckStateChanged
     connect(this, &QHeaderView::sectionPressed, this, [this](int logicalIndex) { d->pressedSection = logicalIndex; });
 }

@@ -240,7 +240,6 @@ CheckBoxHeaderView::CheckBoxHeaderView(QWidget* parent)
     : HeaderView(Qt::Horizontal, parent)
     , d(new Private(this))
 {
-    viewport()->setMouseTracking(true);
     qRegisterMetaType<Qt::CheckState>(); // for queued connections to CheckStateChanged
     connect(this, &QHeaderView::sectionPressed, this, [this](int logicalIndex) { d->pressedSection = logicalIndex; });
 }
@@ -401,7 +400,7 @@ void CheckBoxHeaderView::mousePressEvent(QMouseEvent* event)
     // A disabled box takes its presses too: they are not the section's.
     if (event->button() == Qt::LeftButton && d->Hit().contains(event->pos())) {
         d->pressedBox = true;
-        d->SetHover(d->hoverSection, true);
+        d->hoverBox = true;
         updateSection(d->checkColumn);
         event->accept();
         return;

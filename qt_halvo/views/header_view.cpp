@@ -1,13 +1,13 @@
 #include <qt_halvo/views/header_view.h>
 
+#include "cut_text_tip_p.h"
+
 #include <qt_halvo/styles/hover_p.h>
 #include <qt_halvo/styles/style_sheet.h>
 
-#include <QtGui/QHelpEvent>
 #include <QtGui/QMouseEvent>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOptionHeader>
-#include <QtWidgets/QToolTip>
 
 namespace OrvantaQT {
 
@@ -92,13 +92,10 @@ bool HeaderView::viewportEvent(QEvent* event)
     switch (event->type()) {
     case QEvent::HoverEnter:
     case QEvent::HoverMove:
-        m_pointerOver = true;
-        m_pointer = static_cast<QHoverEvent*>(event)->pos();
-        UpdateHovered();
-        break;
     case QEvent::MouseMove:
         m_pointerOver = true;
-        m_pointer = static_cast<QMouseEvent*>(event)->pos();
+        m_pointer = event->type() == QEvent::MouseMove ? static_cast<QMouseEvent*>(event)->pos()
+                                                       : static_cast<QHoverEvent*>(event)->pos();
         UpdateHovered();
         break;
     case QEvent::Leave:
@@ -136,13 +133,7 @@ bool HeaderView::ShowCutTitle(QHelpEvent* event)
     const int section = logicalIndexAt(event->pos());
     if (section < 0 || model()->headerData(section, orientation(), Qt::ToolTipRole).isValid())
         return false;
-    const QString title = CutTitle(section);
-    if (title.isEmpty()) {
-        QToolTip::hideText();
-        return false;
-    }
-    QToolTip::showText(event->globalPos(), title, viewport(), SectionRect(section));
-    return true;
+    return ShowCutTextTip(event, CutTitle(section), viewport(), SectionRect(section));
 }
 
 } // namespace OrvantaQT

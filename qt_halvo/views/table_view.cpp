@@ -1,18 +1,18 @@
 #include <qt_halvo/views/table_view.h>
 
+#include "cut_text_tip_p.h"
+
 #include <qt_halvo/layouts/info_overlay_widget.h>
 #include <qt_halvo/styles/hover_p.h>
 #include <qt_halvo/utilities/child_names_p.h>
 #include <qt_halvo/utilities/logging_p.h>
 #include <qt_halvo/views/header_view.h>
 
-#include <QtGui/QHelpEvent>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPaintEvent>
 #include <QtGui/QTextLayout>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QStyledItemDelegate>
-#include <QtWidgets/QToolTip>
 
 #include <utility>
 
@@ -150,14 +150,8 @@ bool TableView::Private::ShowCutText(QHelpEvent* event)
     const QModelIndex index = q->indexAt(event->pos());
     if (!index.isValid() || !index.data(Qt::ToolTipRole).toString().isEmpty())
         return false;
-    const QString text = CutText(index);
-    if (text.isEmpty()) {
-        // And the view's own tip, if any, is QAbstractItemView's to show.
-        QToolTip::hideText();
-        return false;
-    }
-    QToolTip::showText(event->globalPos(), text, q->viewport(), q->visualRect(index));
-    return true;
+    // And the view's own tip, over text that fits, is QAbstractItemView's to show.
+    return ShowCutTextTip(event, CutText(index), q->viewport(), q->visualRect(index));
 }
 
 TableView::TableView(QWidget* parent)
@@ -257,13 +251,10 @@ bool TableView::viewportEvent(QEvent* event)
     switch (event->type()) {
     case QEvent::HoverEnter:
     case QEvent::HoverMove:
-        d->pointerOver = true;
-        d->pointer = static_cast<QHoverEvent*>(event)->pos();
-        d->UpdateHoveredRow();
-        break;
     case QEvent::MouseMove:
         d->pointerOver = true;
-        d->pointer = static_cast<QMouseEvent*>(event)->pos();
+        d->pointer = event->type() == QEvent::MouseMove ? static_cast<QMouseEvent*>(event)->pos()
+                                                        : static_cast<QHoverEvent*>(event)->pos();
         d->UpdateHoveredRow();
         break;
     case QEvent::Leave:

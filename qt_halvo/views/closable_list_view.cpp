@@ -39,4 +39,10 @@ void ClosableListView::paintEvent(QPaintEvent* event)
     m_helper->Paint(&painter);
 }
 
+void ClosableListView::setupViewport(QWidget* viewport)
+{
+    QListView::setupViewport(viewport);
+    m_helper->FollowViewport();
+}
+
 } // namespace OrvantaQT

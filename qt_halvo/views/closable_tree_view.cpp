@@ -39,4 +39,10 @@ void ClosableTreeView::paintEvent(QPaintEvent* event)
     m_helper->Paint(&painter);
 }
 
+void ClosableTreeView::setupViewport(QWidget* viewport)
+{
+    QTreeView::setupViewport(viewport);
+    m_helper->FollowViewport();
+}
+
 } // namespace OrvantaQT

@@ -31,6 +31,8 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    // A viewport set with setViewport() shows the close button too.
+    void setupViewport(QWidget* viewport) override;
 
 private:
     ClosableViewHelper* m_helper;

@@ -163,14 +163,28 @@ ClosableViewCloseButton::ClosableViewCloseButton(ClosableViewHelper* helper, QAb
 ClosableViewHelper::ClosableViewHelper(QAbstractItemView* view, Hooks hooks)
     : QObject(view)
     , m_view(view)
-    , m_viewport(view->viewport())
     , m_hooks(hooks)
     , m_button(new ClosableViewCloseButton(this, view))
 {
-    // Moves without a button pressed tell which row is hovered (the view follows them too).
-    m_viewport->setMouseTracking(true);
-    m_viewport->installEventFilter(this);
+    FollowViewport();
     view->installEventFilter(this);
+}
+
+void ClosableViewHelper::FollowViewport()
+{
+    QWidget* viewport = m_view ? m_view->viewport() : nullptr;
+    if (viewport == m_viewport)
+        return;
+    if (m_viewport)
+        m_viewport->removeEventFilter(this);
+    m_viewport = viewport;
+    m_pointerInside = m_pressing = m_middlePressing = false;
+    if (!viewport)
+        return;
+    // Moves without a button pressed tell which row is hovered (the view follows them too).
+    viewport->setMouseTracking(true);
+    viewport->installEventFilter(this);
+    Sync();
 }
 
 ClosableViewHelper::~ClosableViewHelper()

@@ -55,6 +55,8 @@ public:
     QRect CloseButtonRect();
     // Over what the view painted, after it.
     void Paint(QPainter* painter);
+    // Moves to a viewport set with setViewport().
+    void FollowViewport();
 
     // What the accessible button reads and does.
     QAbstractItemView* View() const { return m_view; }

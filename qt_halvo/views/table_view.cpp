@@ -59,6 +59,7 @@ struct TableView::Private
     void UpdateHoveredRow();
     void FollowPointer();
     void UpdateOverlay();
+    void MakeOverlay();
     void Refresh();
     QString CutText(const QModelIndex& index) const;
     bool ShowCutText(QHelpEvent* event);
@@ -107,6 +108,25 @@ void TableView::Private::UpdateOverlay()
     // The QPointer is null already while the model is being destroyed.
     const bool empty = !model || model->rowCount(q->rootIndex()) == 0;
     overlay->setVisible(empty && !emptyText.isEmpty());
+}
+
+void TableView::Private::MakeOverlay()
+{
+    // The overlay belongs to the viewport it covers; over a new one, a new overlay shows
+    // what the old one did.
+    const QPointer<InfoOverlayWidget> old = overlay;
+    overlay = NameChild(new InfoOverlayWidget(q->viewport()), "TableView", "EmptyOverlay");
+    overlay->SetText(emptyText);
+    if (old) {
+        overlay->SetIcon(old->GetIcon());
+        overlay->SetIconSize(old->GetIconSize());
+        overlay->SetTitle(old->GetTitle());
+        overlay->SetBusy(old->IsBusy());
+        overlay->SetActionText(old->GetActionText());
+        overlay->setStyleSheet(old->styleSheet());
+        delete old;
+    }
+    UpdateOverlay();
 }
 
 void TableView::Private::Refresh()
@@ -173,9 +193,7 @@ TableView::TableView(QWidget* parent)
     // Hover events also keep QAbstractItemView's own hovered cell.
     viewport()->setAttribute(Qt::WA_Hover);
     d->emptyText = tr("No items");
-    d->overlay = NameChild(new InfoOverlayWidget(viewport()), "TableView", "EmptyOverlay");
-    d->overlay->SetText(d->emptyText);
-    d->UpdateOverlay();
+    d->MakeOverlay();
 }
 
 TableView::~TableView()
@@ -309,6 +327,16 @@ QStyleOptionViewItem TableView::viewOptions() const
     if (d->paintingHoveredRow)
         option.state |= QStyle::State_MouseOver;
     return option;
+}
+
+void TableView::setupViewport(QWidget* viewport)
+{
+    QTableView::setupViewport(viewport);
+    viewport->setAttribute(Qt::WA_Hover);
+    d->MakeOverlay();
+    // The pointer's place on the old viewport means nothing on the new one until it moves.
+    d->pointerOver = false;
+    d->FollowPointer();
 }
 
 void TableView::scrollContentsBy(int dx, int dy)

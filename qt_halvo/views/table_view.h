@@ -49,6 +49,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     QStyleOptionViewItem viewOptions() const override;
     void scrollContentsBy(int dx, int dy) override;
+    // A viewport set with setViewport() gets the hover and the empty-state overlay too.
+    void setupViewport(QWidget* viewport) override;
     void updateGeometries() override;
 
 private:

@@ -100,7 +100,7 @@ struct Host
     }
     // Steps "verb:what" apart by spaces: (m|r)click, (m)press, (m)release at a row, the
     // button or here; hover, enter (no move) or drag (the left button held) to one; leave; key; remove a row; clear,
-    // reset, replace or null the model; focus; rtl; plainhover; scroll; closing:deletes or
+    // reset, replace or null the model; replace the viewport; focus; rtl; plainhover; scroll; closing:deletes or
     // closing:removes (what the slot does).
     void Run(const QString& script)
     {
@@ -133,6 +133,11 @@ struct Host
             {"reset", change([](Host& h) { h.model.clear(); for (int i = 0; i < 12; ++i) h.model.appendRow(new QStandardItem("n")); })},
             {"replace", change([](Host& h) { h.view->setModel(new QStringListModel({"other"}, h.view)); })},
             {"null", change([](Host& h) { h.view->setModel(nullptr); })},
+            {"viewport", change([](Host& h) {
+                 auto* viewport = new QWidget;
+                 viewport->setAttribute(Qt::WA_Hover);
+                 h.view->setViewport(viewport);
+             })},
             {"rtl", change([](Host& h) { h.view->setLayoutDirection(Qt::RightToLeft); })},
             {"plainhover", change([](Host& h) { h.view->setProperty("plainHover", true); })},
             {"focus", change([](Host& h) {
@@ -230,6 +235,9 @@ private Q_SLOTS:
             Row(tree, "pressed row removed") << "hover:r3 press:button remove:r3 release:here" << "|r4/0|r1|lime yellow yellow";
             Row(tree, "model replaced") << "hover:r3 press:button replace release:here" << "|||-";
             Row(tree, "model taken away") << "hover:r3 press:button null release:here" << "|||-";
+            // A viewport set later shows the button and takes its clicks.
+            Row(tree, "viewport replaced") << "viewport hover:r4 click:button" << "r4/0|r4/0|r1|lime yellow yellow";
+            Row(tree, "viewport replaced under the pointer") << "hover:r3 viewport hover:r5" << "|r5/0|r1|red yellow yellow";
             // The slot deletes the view.
             Row(tree, "view deleted on a click") << "closing:deletes hover:r3 click:button" << "gone";
             Row(tree, "view deleted on a middle click") << "closing:deletes mclick:r3" << "gone";

@@ -266,6 +266,34 @@ private Q_SLOTS:
         QCOMPARE(mark.Texts(), logged.isEmpty() ? QStringList() : QStringList(logged));
     }
 
+    // A viewport set later hovers whole rows and carries the overlay, with what the old
+    // one showed.
+    void replacedViewport()
+    {
+        Host host(0);
+        host.view->SetEmptyText("Nothing");
+        host.view->EmptyOverlay()->SetTitle("Empty");
+        QVERIFY(ShowAndWait(&host.window));
+        const QPointer<OrvantaQT::InfoOverlayWidget> old = host.view->EmptyOverlay();
+        auto* viewport = new QWidget;
+        host.view->setViewport(viewport);
+        QCoreApplication::processEvents();
+        OrvantaQT::InfoOverlayWidget* overlay = host.view->EmptyOverlay();
+        QVERIFY(!old);
+        QCOMPARE(overlay->parentWidget(), viewport);
+        QCOMPARE(overlay->objectName(), QStringLiteral("EmptyOverlay"));
+        QCOMPARE(overlay->GetText(), QStringLiteral("Nothing"));
+        QCOMPARE(overlay->GetTitle(), QStringLiteral("Empty"));
+        QVERIFY(overlay->isVisible());
+        QVERIFY(viewport->rect().contains(overlay->geometry()));
+        for (int cell = 0; cell < 5 * 3; ++cell)
+            host.model->setItem(cell / 3, cell % 3, new QStandardItem(QStringLiteral("%1:%2").arg(cell / 3).arg(cell % 3)));
+        QVERIFY(!overlay->isVisible());
+        host.PointAt(3);
+        QTRY_COMPARE(host.view->HoveredRow(), 3);
+        QCOMPARE(host.Hovered(), Host::Row(3));
+    }
+
     void defaults_data()
     {
         QTest::addColumn<Qt::Orientation>("orientation");

@@ -25,6 +25,10 @@
 #include <qt_halvo/charts/bar_chart.h>
 #include <qt_halvo/charts/pie_chart.h>
 #include <qt_halvo/charts/plot_widget.h>
+#include <qt_halvo/images/file_preview_provider.h>
+#include <qt_halvo/images/file_preview_widget.h>
+#include <qt_halvo/images/network_image_label.h>
+#include <qt_halvo/images/network_image_loader.h>
 #include <qt_halvo/layouts/anchor_controller.h>
 #include <qt_halvo/layouts/anchor_layout.h>
 #include <qt_halvo/layouts/curtain_semi_transparent_widget.h>

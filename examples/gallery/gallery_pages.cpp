@@ -197,5 +197,8 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
         //: Page list entry: a table, closable lists, widgets in rows on 100,000 rows, and screen readers.
         {QStringLiteral("views"), QCoreApplication::translate("Gallery", "Item views"), CreateViewsPage, 0,
          ViewsPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Charts and views"))},
+        //: Page list entry: pictures loaded over the network and previews of files.
+        {QStringLiteral("images"), QCoreApplication::translate("Gallery", "Images and previews"), CreateImagesPage, 0,
+         ImagesPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Charts and views"))},
     };
 }

@@ -102,3 +102,5 @@ QWidget* CreateChartsPage(GalleryTheme& theme);
 QVector<GalleryMoment> ChartsPageMoments();
 QWidget* CreateViewsPage();
 QVector<GalleryMoment> ViewsPageMoments();
+QWidget* CreateImagesPage();
+QVector<GalleryMoment> ImagesPageMoments();

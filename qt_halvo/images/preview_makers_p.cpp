@@ -181,8 +181,9 @@ PreviewWork MakePreview(const QString& path, const QSize& pixels, const QString&
         if (hook)
             hook(path);
     }
+    // The name is enough for the icon; the content is read only when no thumbnail exists.
     static const QMimeDatabase mimes;
-    const QMimeType mime = mimes.mimeTypeForFile(before);
+    QMimeType mime = mimes.mimeTypeForFile(before, QMimeDatabase::MatchExtension);
     work.iconName = mime.iconName();
     work.genericIconName = mime.genericIconName();
     auto fail = [&work](const QString& error) {
@@ -202,16 +203,10 @@ PreviewWork MakePreview(const QString& path, const QSize& pixels, const QString&
     if (sizeBefore == 0)
         return fail(QStringLiteral("the file is empty"));
 
-    const Kind kind = KindOf(mime);
-    if (kind == Kind::Icon || (kind == Kind::Pdf && !kPdfBuiltIn)) {
-        work.error = QStringLiteral("no preview of %1 files").arg(mime.name());
-        return work;
-    }
-
     // Thumbnails are kept at the cache's size and handed out scaled down.
     QString folder;
     const int edge = cacheRoot.isEmpty() ? 0 : ThumbnailCache::SizeFor(qMax(pixels.width(), pixels.height()), &folder);
-    ThumbnailCache::Source source{ThumbnailCache::UriOf(path), mtimeBefore.toSecsSinceEpoch(), sizeBefore, mime.name()};
+    ThumbnailCache::Source source{ThumbnailCache::UriOf(path), mtimeBefore.toSecsSinceEpoch(), sizeBefore, QString()};
     const QString name = ThumbnailCache::FileNameOf(path);
     auto handOut = [&](QImage image) {
         const QSize fitted = FitInto(image.size(), pixels);
@@ -228,6 +223,16 @@ PreviewWork MakePreview(const QString& path, const QSize& pixels, const QString&
                                   source)
                  .isNull())
             return fail(QStringLiteral("no preview could be made of this version of the file before"));
+    }
+
+    mime = mimes.mimeTypeForFile(before);
+    work.iconName = mime.iconName();
+    work.genericIconName = mime.genericIconName();
+    source.mime = mime.name();
+    const Kind kind = KindOf(mime);
+    if (kind == Kind::Icon || (kind == Kind::Pdf && !kPdfBuiltIn)) {
+        work.error = QStringLiteral("no preview of %1 files").arg(mime.name());
+        return work;
     }
 
     const QSize bounds = edge > 0 ? QSize(edge, edge) : pixels;

@@ -68,7 +68,7 @@ private Q_SLOTS:
         const QString path = exists ? File("block-red.png", {50, 50}, Qt::red, Qt::red) : m_dir.filePath("block-x.png");
         auto widget = Widget({120, 80});
         auto* ring = widget->findChild<OrvantaQT::BusyIndicatorRing*>("BusyIndicator");
-        QVERIFY(ring == widget->BusyIndicator() && !ring->isVisible() && !ring->IsAnimating());
+        QVERIFY(ring == widget->BusyIndicator() && !ring->isVisible() && !ring->IsRunning());
         SignalLog log(widget.get(), {"PathChanged(QString)", "PreviewShown()"});
         widget->SetPath(path);
         QCOMPARE(log.Take(), QStringList("PathChanged(" + path + ")"));
@@ -79,7 +79,7 @@ private Q_SLOTS:
         m_open.release();
         QTRY_VERIFY(!widget->IsLoading());
         QCOMPARE(log.Take(), QStringList("PreviewShown()"));
-        QVERIFY(!ring->isVisible() && !ring->IsAnimating());
+        QVERIFY(!ring->isVisible() && !ring->IsRunning() && !ring->IsAnimating());
         QCOMPARE(widget->ErrorString(), error);
         QVERIFY(!widget->Preview().isNull());
         const QImage shown = Render(widget.get());
@@ -114,6 +114,22 @@ private Q_SLOTS:
         QTRY_VERIFY(!view->IsLoading());
         QCOMPARE(view->Preview().size(), preview);
         QCOMPARE(Pixels(Render(view.get()), points), Colours("transparent red blue transparent"));
+    }
+
+    // Previews are asked for in device pixels and shown at the widget's size.
+    void pixelRatio()
+    {
+        if (qApp->devicePixelRatio() == 1) {
+            QCOMPARE(RunTestFunctionInChild("pixelRatio", {"QT_SCALE_FACTOR=2"}), QString());
+            return;
+        }
+        auto widget = Widget({100, 100}, false);
+        widget->SetPath(File("ratio.png", {400, 200}));
+        QTRY_VERIFY(!widget->IsLoading());
+        QCOMPARE(widget->Preview().size(), QSize(200, 100));
+        QCOMPARE(widget->Preview().devicePixelRatio(), 2.0);
+        QCOMPARE(Pixels(Render(widget.get()), {{50, 24}, {25, 26}, {75, 74}, {50, 76}}),
+                 Colours("transparent red blue transparent"));
     }
 
     void resized_data()

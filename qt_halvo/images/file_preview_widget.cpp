@@ -123,22 +123,16 @@ void FilePreviewWidget::paintEvent(QPaintEvent*)
 {
     // A move to a screen of another pixel ratio repaints without telling children
     // otherwise; the sharp preview is asked for once this paint is done.
-    if (!d->path.isEmpty() && d->askedRatio > 0 && !qFuzzyCompare(devicePixelRatioF(), d->askedRatio)) {
+    if (!d->path.isEmpty() && !qFuzzyCompare(devicePixelRatioF(), d->askedRatio)) {
         d->askedRatio = devicePixelRatioF();
         QMetaObject::invokeMethod(this, [this] { Ask(); }, Qt::QueuedConnection);
     }
     if (d->preview.isNull())
         return;
-    // The preview fits the size it was asked at; a smaller widget shrinks it further.
-    const qreal ratio = d->preview.devicePixelRatio();
-    QSizeF shown = QSizeF(d->preview.size()) / ratio;
-    if (shown.width() > width() || shown.height() > height())
-        shown.scale(size(), Qt::KeepAspectRatio);
-    QRectF target(QPointF(), shown);
+    // The preview was asked for at this size: it fits as it is.
+    QRectF target(QPointF(), QSizeF(d->preview.size()) / d->preview.devicePixelRatio());
     target.moveCenter(QRectF(rect()).center());
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(target, d->preview);
+    QPainter(this).drawImage(target, d->preview);
 }
 
 void FilePreviewWidget::resizeEvent(QResizeEvent* event)
@@ -155,7 +149,7 @@ void FilePreviewWidget::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
     // Moved to a screen of another pixel ratio: the preview is asked for again, sharp.
-    if (!d->path.isEmpty() && d->askedRatio > 0 && !qFuzzyCompare(devicePixelRatioF(), d->askedRatio))
+    if (!d->path.isEmpty() && !qFuzzyCompare(devicePixelRatioF(), d->askedRatio))
         Ask();
 }
 

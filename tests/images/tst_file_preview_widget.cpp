@@ -193,6 +193,7 @@ private Q_SLOTS:
         QCOMPARE(Pixels(Render(widget.get()), {{50, 50}}), Colours("transparent"));
         widget->SetProvider(nullptr);
         QCOMPARE(widget->GetProvider(), FilePreviewProvider::Instance());
+        QVERIFY(!FilePreviewWidget().BusyIndicator()->IsRunning());
     }
 };
 

@@ -193,7 +193,8 @@ private Q_SLOTS:
         QCOMPARE(Pixels(Render(widget.get()), {{50, 50}}), Colours("transparent"));
         widget->SetProvider(nullptr);
         QCOMPARE(widget->GetProvider(), FilePreviewProvider::Instance());
-        QVERIFY(!FilePreviewWidget().BusyIndicator()->IsRunning());
+        const FilePreviewWidget fresh;
+        QVERIFY(!fresh.IsLoading() && !fresh.BusyIndicator()->IsRunning() && fresh.GetPath().isEmpty());
     }
 };
 

@@ -1,24 +1,156 @@
 #include <qt_halvo/images/file_preview_widget.h>
 
+#include <qt_halvo/animation/busy_indicator_ring.h>
+#include <qt_halvo/images/file_preview_provider.h>
+#include <qt_halvo/utilities/child_names_p.h>
+
+#include <QtCore/QEvent>
+#include <QtCore/QPointer>
+#include <QtGui/QPainter>
+
 namespace OrvantaQT {
 
 struct FilePreviewWidget::Private
 {
+    QString path;
+    QPointer<FilePreviewProvider> provider;
+    bool providerSet = false;
+    BusyIndicatorRing* ring = nullptr;
+    QImage preview;
+    QString error;
+    bool loading = false;
+    // Answers to earlier requests are told apart from the current one by this.
+    quint64 request = 0;
+    QSize askedSize;
+    qreal askedRatio = 0;
 };
 
-FilePreviewWidget::FilePreviewWidget(QWidget* parent) : QWidget(parent), d(new Private) {}
-FilePreviewWidget::~FilePreviewWidget() { delete d; }
-QString FilePreviewWidget::GetPath() const { return {}; }
-void FilePreviewWidget::SetPath(const QString&) {}
-FilePreviewProvider* FilePreviewWidget::GetProvider() const { return nullptr; }
-void FilePreviewWidget::SetProvider(FilePreviewProvider*) {}
-bool FilePreviewWidget::IsLoading() const { return false; }
-QImage FilePreviewWidget::Preview() const { return {}; }
-QString FilePreviewWidget::ErrorString() const { return {}; }
-BusyIndicatorRing* FilePreviewWidget::BusyIndicator() const { return nullptr; }
-QSize FilePreviewWidget::sizeHint() const { return QWidget::sizeHint(); }
-void FilePreviewWidget::paintEvent(QPaintEvent*) {}
-void FilePreviewWidget::resizeEvent(QResizeEvent*) {}
-void FilePreviewWidget::changeEvent(QEvent* event) { QWidget::changeEvent(event); }
+FilePreviewWidget::FilePreviewWidget(QWidget* parent) : QWidget(parent), d(new Private)
+{
+    d->ring = NameChild(new BusyIndicatorRing(this), "FilePreviewWidget", "BusyIndicator");
+    d->ring->SetRunning(false);
+    d->ring->hide();
+}
+
+FilePreviewWidget::~FilePreviewWidget()
+{
+    delete d;
+}
+
+QString FilePreviewWidget::GetPath() const
+{
+    return d->path;
+}
+
+void FilePreviewWidget::SetPath(const QString& path)
+{
+    if (path == d->path)
+        return;
+    d->path = path;
+    Ask();
+    Q_EMIT PathChanged(path);
+}
+
+FilePreviewProvider* FilePreviewWidget::GetProvider() const
+{
+    return d->providerSet ? d->provider.data() : FilePreviewProvider::Instance();
+}
+
+void FilePreviewWidget::SetProvider(FilePreviewProvider* provider)
+{
+    if (d->providerSet && provider == d->provider)
+        return;
+    d->providerSet = provider != nullptr;
+    d->provider = provider;
+    Ask();
+}
+
+bool FilePreviewWidget::IsLoading() const
+{
+    return d->loading;
+}
+
+QImage FilePreviewWidget::Preview() const
+{
+    return d->preview;
+}
+
+QString FilePreviewWidget::ErrorString() const
+{
+    return d->error;
+}
+
+BusyIndicatorRing* FilePreviewWidget::BusyIndicator() const
+{
+    return d->ring;
+}
+
+QSize FilePreviewWidget::sizeHint() const
+{
+    return QSize(256, 256);
+}
+
+void FilePreviewWidget::Ask()
+{
+    ++d->request;
+    d->preview = QImage();
+    d->error.clear();
+    d->askedSize = size();
+    d->askedRatio = devicePixelRatioF();
+    FilePreviewProvider* provider = GetProvider();
+    d->loading = !d->path.isEmpty() && !d->askedSize.isEmpty() && provider;
+    d->ring->SetRunning(d->loading);
+    d->ring->setVisible(d->loading);
+    update();
+    if (!d->loading)
+        return;
+    const quint64 request = d->request;
+    provider->RequestPreview(d->path, d->askedSize, d->askedRatio, this,
+                             [this, request](const QImage& preview, const QString& error) {
+                                 if (request != d->request)
+                                     return;
+                                 d->loading = false;
+                                 d->preview = preview;
+                                 d->error = error;
+                                 d->ring->SetRunning(false);
+                                 d->ring->hide();
+                                 update();
+                                 Q_EMIT PreviewShown();
+                             });
+}
+
+void FilePreviewWidget::paintEvent(QPaintEvent*)
+{
+    // A move to a screen of another pixel ratio repaints without telling children
+    // otherwise; the sharp preview is asked for once this paint is done.
+    if (!d->path.isEmpty() && !qFuzzyCompare(devicePixelRatioF(), d->askedRatio)) {
+        d->askedRatio = devicePixelRatioF();
+        QMetaObject::invokeMethod(this, [this] { Ask(); }, Qt::QueuedConnection);
+    }
+    if (d->preview.isNull())
+        return;
+    // The preview was asked for at this size: it fits as it is.
+    QRectF target(QPointF(), QSizeF(d->preview.size()) / d->preview.devicePixelRatio());
+    target.moveCenter(QRectF(rect()).center());
+    QPainter(this).drawImage(target, d->preview);
+}
+
+void FilePreviewWidget::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    QRect ring(QPoint(), d->ring->sizeHint().boundedTo(size()));
+    ring.moveCenter(rect().center());
+    d->ring->setGeometry(ring);
+    if (!d->path.isEmpty() && size() != d->askedSize)
+        Ask();
+}
+
+void FilePreviewWidget::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    // Moved to a screen of another pixel ratio: the preview is asked for again, sharp.
+    if (!d->path.isEmpty() && !qFuzzyCompare(devicePixelRatioF(), d->askedRatio))
+        Ask();
+}
 
 } // namespace OrvantaQT

@@ -49,6 +49,9 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    // Asks for the preview of the path at the current size, dropping what was shown.
+    void Ask();
+
     struct Private;
     Private* d;
 };

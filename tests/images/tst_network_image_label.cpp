@@ -53,6 +53,7 @@ class TestNetworkImageLabel : public QObject
 {
     Q_OBJECT
 
+    QTemporaryDir cacheHome;
     std::unique_ptr<TestSupport::HttpTestServer> server;
     std::unique_ptr<NetworkImageLoader> loader;
     std::unique_ptr<NetworkImageLabel> label;
@@ -60,6 +61,9 @@ class TestNetworkImageLabel : public QObject
     QString Centre() { return TestSupport::Render(label.get()).pixelColor(50, 50).name(); }
 
 private Q_SLOTS:
+    // Should the application's loader come to be made, its disk cache stays out of ~/.cache.
+    void initTestCase() { qputenv("XDG_CACHE_HOME", cacheHome.path().toUtf8()); }
+
     void init()
     {
         server.reset(new TestSupport::HttpTestServer);
@@ -87,11 +91,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("error");
         QTest::addColumn<QSize>("size");
         QTest::addColumn<int>("logged");
-        QTest::newRow("picture") << "/blue" << TestSupport::Words("Loading Shown") << "" << QSize(100, 75) << 0;
-        QTest::newRow("404") << "/none" << TestSupport::Words("Loading Failed") << "HTTP 404" << QSize(0, 0) << 1;
+        QTest::addColumn<QSize>("hint"); // the picture's size when shown, else the placeholder's
+        const QSize placeholder(100, 100);
+        QTest::newRow("picture") << "/blue" << TestSupport::Words("Loading Shown") << "" << QSize(100, 75) << 0
+                                 << QSize(100, 75);
+        QTest::newRow("404") << "/none" << TestSupport::Words("Loading Failed") << "HTTP 404" << QSize(0, 0) << 1
+                             << placeholder;
         QTest::newRow("invalid") << "http://[::1" << TestSupport::Words("Failed") << "Not a valid address" << QSize(0, 0)
-                                 << 1;
-        QTest::newRow("empty") << "" << QStringList() << "" << QSize(0, 0) << 0;
+                                 << 1 << placeholder;
+        QTest::newRow("empty") << "" << QStringList() << "" << QSize(0, 0) << 0 << placeholder;
     }
 
     void states()
@@ -108,6 +116,9 @@ private Q_SLOTS:
         QTEST(label->ErrorString(), "error");
         QTEST(label->Image().size(), "size");
         QTEST(mark.Since().size(), "logged");
+        QTEST(label->sizeHint(), "hint");
+        QCOMPARE(label->GetLoader(), loader.get());
+        QCOMPARE(loader->MemoryCacheSize(), label->Image().sizeInBytes()); // through the label's own loader
         label->SetUrl(address); // again: nothing changes
         QCOMPARE(urls.count(), url.isEmpty() ? 0 : 1);
         QTest::qWait(50);
@@ -126,6 +137,8 @@ private Q_SLOTS:
         QCOMPARE(label->GetState(), NetworkImageLabel::State::Empty);
         QCOMPARE(label->ErrorString(), QString());
         QCOMPARE(Centre(), QStringLiteral("#000000")); // nothing over the black background
+        label->SetPlaceholder(QPixmap());
+        QCOMPARE(label->sizeHint(), QSize(64, 64));
     }
 
     void fade_data()

@@ -93,6 +93,7 @@ class TestNetworkImageLoader : public QObject
 {
     Q_OBJECT
 
+    QTemporaryDir cacheHome;
     std::unique_ptr<TestSupport::HttpTestServer> server;
     std::unique_ptr<NetworkImageLoader> loader;
     std::unique_ptr<QTemporaryDir> folder;
@@ -111,6 +112,9 @@ class TestNetworkImageLoader : public QObject
     }
 
 private Q_SLOTS:
+    // Should the application's loader come to be made, its disk cache stays out of ~/.cache.
+    void initTestCase() { qputenv("XDG_CACHE_HOME", cacheHome.path().toUtf8()); }
+
     void init()
     {
         server.reset(new TestSupport::HttpTestServer);
@@ -428,6 +432,16 @@ private Q_SLOTS:
         QCOMPARE(loader->PendingDownloads(), 0);
         QTest::qWait(50);
         QCOMPARE(calls, 0);
+    }
+
+    void applicationLoader()
+    {
+        NetworkImageLoader* instance = NetworkImageLoader::Instance();
+        QVERIFY(instance);
+        QCOMPARE(NetworkImageLoader::Instance(), instance);
+        QCOMPARE(instance->parent(), qApp);
+        QCOMPARE(instance->GetDiskCacheDirectory(),
+                 cacheHome.path() + QLatin1Char('/') + QCoreApplication::applicationName() + QStringLiteral("/images"));
     }
 
     void fromARealServer()

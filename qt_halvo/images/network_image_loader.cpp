@@ -65,7 +65,6 @@ struct Download
     QTimer* retry = new QTimer;
     int attempt = 0;
     bool timedOut = false;
-    bool decoding = false;
     QByteArray body;
 
     ~Download()
@@ -258,7 +257,6 @@ struct NetworkImageLoader::Private
         QHash<QString, QPair<QSize, qreal>> sizes;
         for (const Waiter& waiter : download->waiters)
             sizes.insert(waiter.key, qMakePair(waiter.bounds, waiter.ratio));
-        download->decoding = true;
         auto results = std::make_shared<QHash<QString, DecodedImage>>();
         const QByteArray body = download->body;
         const qint64 pixels = maxPixels;
@@ -287,7 +285,6 @@ struct NetworkImageLoader::Private
 
     void Decoded(const std::shared_ptr<Download>& download, const QHash<QString, DecodedImage>& results)
     {
-        download->decoding = false;
         QString error;
         for (auto it = results.begin(); it != results.end(); ++it) {
             if (it.value().image.isNull())

@@ -4,6 +4,7 @@
 #include "test_support.h"
 
 #include <QtNetwork/QNetworkAccessManager>
+#include <QtNetwork/QNetworkDiskCache>
 #include <QtNetwork/QTcpServer>
 #include <QtNetwork/QTcpSocket>
 
@@ -287,7 +288,7 @@ private Q_SLOTS:
         bomb.replace(16, 8, QByteArray::fromHex("000186a0000186a0")); // IHDR: 100000 x 100000
         const quint32 crc = Crc32(bomb.mid(12, 17));
         bomb.replace(29, 4, QByteArray(1, char(crc >> 24)) + char(crc >> 16) + char(crc >> 8) + char(crc));
-        QTest::newRow("503, 503, then ok") << Answers{Status(503), Status(503), Ok(jpeg)} << 5 << 3 << QString();
+        QTest::newRow("500, 503, then ok") << Answers{Status(500), Status(503), Ok(jpeg)} << 5 << 3 << QString();
         QTest::newRow("503 to the end") << Answers{Status(503)} << 5 << 3 << "HTTP 503";
         QTest::newRow("silent, then ok") << Answers{silent, Ok(jpeg)} << 5 << 2 << QString();
         QTest::newRow("silent to the end") << Answers{silent} << 5 << 3 << "no data for 150 ms";
@@ -331,6 +332,36 @@ private Q_SLOTS:
             QVERIFY2(mark.Since().value(0).text.contains(answer->error), qPrintable(mark.Since().value(0).text));
         QCOMPARE(loader->PendingDownloads(), 0);
         QCOMPARE(answer->calls, 1);
+        // A picture comes again from memory; of failures only a 4xx answer is given again without asking.
+        QCOMPARE(Load(QStringLiteral("/p"))->calls, !fails || tag == QLatin1String("404") ? 1 : 0);
+    }
+
+    void settings()
+    {
+        loader.reset(new NetworkImageLoader); // without the short retry delay of init()
+        const QVector<qint64> defaults{loader->GetMemoryCacheLimit(), loader->GetMaxPixelCount(), loader->GetMaxRedirects(),
+                                       loader->GetRetryCount(),       loader->GetRetryDelay(),    loader->GetTimeout(),
+                                       loader->GetFailureMemory(),    loader->GetDiskCacheLimit()};
+        const qint64 mebibyte = 1024 * 1024;
+        QCOMPARE(defaults, (QVector<qint64>{64 * mebibyte, 64000000, 5, 3, 500, 30000, 60000, 256 * mebibyte}));
+        QCOMPARE(loader->GetDiskCacheDirectory(), QString());
+        QVERIFY(!loader->NetworkAccessManager()->cache());
+        loader->SetMemoryCacheLimit(-5);
+        loader->SetMaxRedirects(-1);
+        loader->SetRetryCount(-1);
+        loader->SetRetryDelay(-1);
+        loader->SetTimeout(0);
+        loader->SetFailureMemory(-1);
+        loader->SetMaxPixelCount(0);
+        const QVector<qint64> clamped{loader->GetMemoryCacheLimit(), loader->GetMaxPixelCount(), loader->GetMaxRedirects(),
+                                      loader->GetRetryCount(),       loader->GetRetryDelay(),    loader->GetTimeout(),
+                                      loader->GetFailureMemory()};
+        QCOMPARE(clamped, (QVector<qint64>{0, 1, 0, 0, 0, 1, 0}));
+        loader->SetDiskCacheDirectory(folder->path());
+        loader->SetDiskCacheLimit(mebibyte);
+        QCOMPARE(qobject_cast<QNetworkDiskCache*>(loader->NetworkAccessManager()->cache())->maximumCacheSize(), mebibyte);
+        loader->SetDiskCacheDirectory(QString());
+        QVERIFY(!loader->NetworkAccessManager()->cache());
     }
 
     void clientErrorRemembered()

@@ -21,14 +21,6 @@ QByteArray Picture(const QSize& size, const QColor& colour)
     return bytes;
 }
 
-HttpAnswer Ok(const QByteArray& body, int delay = 0)
-{
-    HttpAnswer answer;
-    answer.body = body;
-    answer.delay = delay;
-    return answer;
-}
-
 QPixmap Filled(const QColor& colour)
 {
     QPixmap pixmap(100, 100);
@@ -67,9 +59,9 @@ private Q_SLOTS:
     void init()
     {
         server.reset(new TestSupport::HttpTestServer);
-        server->SetRoute(QStringLiteral("/blue"), Ok(Picture(QSize(400, 300), Qt::blue)));
-        server->SetRoute(QStringLiteral("/slow"), Ok(Picture(QSize(400, 300), Qt::blue), 300));
-        server->SetRoute(QStringLiteral("/green"), Ok(Picture(QSize(40, 40), Qt::green)));
+        server->SetRoute(QStringLiteral("/blue"), HttpAnswer(200, Picture(QSize(400, 300), Qt::blue)));
+        server->SetRoute(QStringLiteral("/slow"), HttpAnswer(200, Picture(QSize(400, 300), Qt::blue), {}, 300));
+        server->SetRoute(QStringLiteral("/green"), HttpAnswer(200, Picture(QSize(40, 40), Qt::green)));
         loader.reset(new NetworkImageLoader);
         label.reset(new NetworkImageLabel);
         label->SetLoader(loader.get());

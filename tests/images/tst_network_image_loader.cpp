@@ -11,7 +11,7 @@
 using OrvantaQT::NetworkImageLoader;
 using TestSupport::HttpAnswer;
 using Answers = QVector<HttpAnswer>;
-using Headers = QList<QPair<QByteArray, QByteArray>>;
+using Headers = HttpAnswer::Headers;
 
 Q_DECLARE_METATYPE(HttpAnswer)
 
@@ -53,23 +53,12 @@ quint32 Crc32(const QByteArray& bytes)
     return ~crc;
 }
 
-HttpAnswer Ok(const QByteArray& body, const Headers& headers = {})
+HttpAnswer Ok(const QByteArray& body, const Headers& headers = {}, int delay = 0)
 {
-    HttpAnswer answer;
-    answer.body = body;
-    answer.headers = headers;
-    answer.headers << qMakePair(QByteArray("Content-Type"), QByteArray("image/jpeg"));
-    return answer;
+    return HttpAnswer(200, body, Headers{{"Content-Type", "image/jpeg"}} + headers, delay);
 }
 
-HttpAnswer Status(int status, int delay = 0)
-{
-    HttpAnswer answer;
-    answer.status = status;
-    answer.delay = delay;
-    answer.body = "no";
-    return answer;
-}
+HttpAnswer Status(int status, int delay = 0) { return HttpAnswer(status, "no", {}, delay); }
 
 // What one Load() called back with.
 struct Answer
@@ -100,11 +89,13 @@ class TestNetworkImageLoader : public QObject
     std::unique_ptr<QTemporaryDir> folder;
     QObject receiver;
 
+    // A path of the loopback server, or a whole URL.
     std::shared_ptr<Answer> Load(const QString& path, const QSize& size = QSize(100, 100), qreal ratio = 1.0,
                                  QObject* to = nullptr)
     {
         auto answer = std::make_shared<Answer>();
-        loader->Load(server->Url(path), size, ratio, to ? to : &receiver, [answer](const QImage& image, const QString& error) {
+        const QUrl url = path.startsWith(QLatin1Char('/')) ? server->Url(path) : QUrl(path);
+        loader->Load(url, size, ratio, to ? to : &receiver, [answer](const QImage& image, const QString& error) {
             ++answer->calls;
             answer->image = image;
             answer->error = error;
@@ -179,9 +170,7 @@ private Q_SLOTS:
     void sharedDownload()
     {
         QFETCH(QVector<int>, sides);
-        HttpAnswer slow = Ok(Picture(QSize(400, 300)));
-        slow.delay = 100;
-        server->SetRoute(QStringLiteral("/p"), slow);
+        server->SetRoute(QStringLiteral("/p"), Ok(Picture(QSize(400, 300)), {}, 100));
         QVector<std::shared_ptr<Answer>> answers;
         for (int side : sides)
             answers << Load(QStringLiteral("/p"), QSize(side, side));
@@ -339,29 +328,21 @@ private Q_SLOTS:
     void settings()
     {
         loader.reset(new NetworkImageLoader); // without the short retry delay of init()
-        const QVector<qint64> defaults{loader->GetMemoryCacheLimit(), loader->GetMaxPixelCount(), loader->GetMaxRedirects(),
-                                       loader->GetRetryCount(),       loader->GetRetryDelay(),    loader->GetTimeout(),
-                                       loader->GetFailureMemory(),    loader->GetDiskCacheLimit()};
-        const qint64 mebibyte = 1024 * 1024;
-        QCOMPARE(defaults, (QVector<qint64>{64 * mebibyte, 64000000, 5, 3, 500, 30000, 60000, 256 * mebibyte}));
-        QCOMPARE(loader->GetDiskCacheDirectory(), QString());
-        QVERIFY(!loader->NetworkAccessManager()->cache());
-        loader->SetMemoryCacheLimit(-5);
-        loader->SetMaxRedirects(-1);
-        loader->SetRetryCount(-1);
-        loader->SetRetryDelay(-1);
-        loader->SetTimeout(0);
-        loader->SetFailureMemory(-1);
-        loader->SetMaxPixelCount(0);
-        const QVector<qint64> clamped{loader->GetMemoryCacheLimit(), loader->GetMaxPixelCount(), loader->GetMaxRedirects(),
-                                      loader->GetRetryCount(),       loader->GetRetryDelay(),    loader->GetTimeout(),
-                                      loader->GetFailureMemory()};
-        QCOMPARE(clamped, (QVector<qint64>{0, 1, 0, 0, 0, 1, 0}));
-        loader->SetDiskCacheDirectory(folder->path());
-        loader->SetDiskCacheLimit(mebibyte);
-        QCOMPARE(qobject_cast<QNetworkDiskCache*>(loader->NetworkAccessManager()->cache())->maximumCacheSize(), mebibyte);
-        loader->SetDiskCacheDirectory(QString());
-        QVERIFY(!loader->NetworkAccessManager()->cache());
+        NetworkImageLoader& l = *loader;
+        const auto values = [&l] {
+            return QVector<qint64>{l.GetMemoryCacheLimit(), l.GetMaxPixelCount(), l.GetMaxRedirects(), l.GetRetryCount(),
+                                   l.GetRetryDelay(),       l.GetTimeout(),       l.GetFailureMemory()};
+        };
+        QCOMPARE(values(), (QVector<qint64>{64 * 1024 * 1024, 64000000, 5, 3, 500, 30000, 60000}));
+        QVERIFY(l.GetDiskCacheDirectory().isEmpty() && !l.NetworkAccessManager()->cache());
+        l.SetMemoryCacheLimit(-5), l.SetMaxPixelCount(0), l.SetMaxRedirects(-1), l.SetRetryCount(-1);
+        l.SetRetryDelay(-1), l.SetTimeout(0), l.SetFailureMemory(-1);
+        QCOMPARE(values(), (QVector<qint64>{0, 1, 0, 0, 0, 1, 0}));
+        l.SetDiskCacheDirectory(folder->path());
+        l.SetDiskCacheLimit(1000000);
+        QCOMPARE(qobject_cast<QNetworkDiskCache*>(l.NetworkAccessManager()->cache())->maximumCacheSize(), 1000000);
+        l.SetDiskCacheDirectory(QString());
+        QVERIFY(!l.NetworkAccessManager()->cache());
     }
 
     void clientErrorRemembered()
@@ -391,9 +372,7 @@ private Q_SLOTS:
     void receiverDeleted()
     {
         QFETCH(bool, other);
-        HttpAnswer slow = Ok(Picture(QSize(40, 30)));
-        slow.delay = 400;
-        server->SetRoute(QStringLiteral("/p"), slow);
+        server->SetRoute(QStringLiteral("/p"), Ok(Picture(QSize(40, 30)), {}, 400));
         auto* gone = new QObject;
         const auto lost = Load(QStringLiteral("/p"), QSize(50, 50), 1.0, gone);
         const auto kept = other ? Load(QStringLiteral("/p")) : std::make_shared<Answer>();
@@ -409,9 +388,7 @@ private Q_SLOTS:
 
     void loaderDeletedMidway()
     {
-        HttpAnswer slow = Ok(Picture(QSize(40, 30)));
-        slow.delay = 200;
-        server->SetRoute(QStringLiteral("/p"), slow);
+        server->SetRoute(QStringLiteral("/p"), Ok(Picture(QSize(40, 30)), {}, 200));
         QNetworkAccessManager manager;
         loader.reset(new NetworkImageLoader(&manager));
         QCOMPARE(loader->NetworkAccessManager(), &manager);
@@ -482,38 +459,29 @@ private Q_SLOTS:
             QSKIP("no /usr/bin/python3");
         QTcpServer probe; // a free port, given back for the server to take
         QVERIFY(probe.listen(QHostAddress::LocalHost, 0));
-        const quint16 port = probe.serverPort();
+        const QString port = QString::number(probe.serverPort());
         probe.close();
         QFile file(folder->filePath(QStringLiteral("picture.jpg")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(Picture(QSize(320, 240)));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(Picture(QSize(320, 240))) > 0);
         file.close();
         QProcess process;
         process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        process.start(python, {QStringLiteral("-m"), QStringLiteral("http.server"), QStringLiteral("--bind"),
-                               QStringLiteral("127.0.0.1"), QString::number(port), QStringLiteral("--directory"),
-                               folder->path()});
-        QVERIFY(process.waitForStarted());
+        process.start(python, QStringLiteral("-m http.server --bind 127.0.0.1 %1 --directory").arg(port).split(QLatin1Char(' '))
+                                  << folder->path());
         QTRY_VERIFY_WITH_TIMEOUT(
-            [port] {
+            [&port] {
                 QTcpSocket socket;
-                socket.connectToHost(QHostAddress::LocalHost, port);
+                socket.connectToHost(QHostAddress::LocalHost, port.toUShort());
                 return socket.waitForConnected(200);
             }(),
             10000);
-        auto answer = std::make_shared<Answer>();
-        loader->Load(QUrl(QStringLiteral("http://127.0.0.1:%1/picture.jpg").arg(port)), QSize(160, 160), 1.0, &receiver,
-                     [answer](const QImage& image, const QString& error) {
-                         ++answer->calls;
-                         answer->image = image;
-                         answer->error = error;
-                     });
+        const auto answer = Load(QStringLiteral("http://127.0.0.1:%1/picture.jpg").arg(port), QSize(160, 160));
         QTRY_COMPARE_WITH_TIMEOUT(answer->calls, 1, 10000);
-        process.kill();
-        process.waitForFinished();
         QCOMPARE(answer->error, QString());
         QCOMPARE(answer->image.size(), QSize(160, 120));
         QCOMPARE(Hue(answer->image, 5, 5), QStringLiteral("red"));
+        process.kill();
+        process.waitForFinished();
     }
 };
 

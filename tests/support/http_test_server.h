@@ -17,19 +17,22 @@ namespace TestSupport {
 // (the last one again after that).
 struct HttpAnswer
 {
+    using Headers = QList<QPair<QByteArray, QByteArray>>;
+    HttpAnswer(int status = 200, const QByteArray& body = {}, const Headers& headers = {}, int delay = 0)
+        : status(status), body(body), headers(headers), delay(delay)
+    {
+    }
+
     int status = 200;
     QByteArray body;
-    QList<QPair<QByteArray, QByteArray>> headers; // Cache-Control, ETag, Last-Modified, Content-Type...
+    Headers headers; // Cache-Control, ETag, Last-Modified, Content-Type...
     int delay = 0;        // ms before answering; -1 never answers
     int truncateAt = -1;  // sends this many bytes of the body (Content-Length says all), then closes
     bool close = false;   // closes the connection without an answer
 
     static HttpAnswer Redirect(const QByteArray& location, int status = 302)
     {
-        HttpAnswer answer;
-        answer.status = status;
-        answer.headers << qMakePair(QByteArray("Location"), location);
-        return answer;
+        return HttpAnswer(status, {}, {{"Location", location}});
     }
 };
 

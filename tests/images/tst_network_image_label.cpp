@@ -153,7 +153,7 @@ private Q_SLOTS:
             label->setStyle(&style);
         label->SetFadeDuration(duration);
         QVERIFY(TestSupport::ShowAndWait(label.get()));
-        label->SetUrl(server->Url(QStringLiteral("/slow")));
+        QVERIFY(TestSupport::Repaints(label.get(), [this] { label->SetUrl(server->Url(QStringLiteral("/slow"))); }));
         QCOMPARE(label->GetState(), NetworkImageLabel::State::Loading);
         QCOMPARE(Centre(), QStringLiteral("#ff0000"));
         QTRY_COMPARE(label->GetState(), NetworkImageLabel::State::Shown);
@@ -188,17 +188,42 @@ private Q_SLOTS:
         QCOMPARE(server->Hits(QStringLiteral("/blue")), 2); // from memory
     }
 
+    void lateAnswerIgnored_data()
+    {
+        QTest::addColumn<QString>("next"); // a path of the server, or a URL
+        QTest::addColumn<QString>("state");
+        QTest::addColumn<QString>("colour"); // of the picture shown, if any
+        QTest::newRow("another picture") << "/green" << "Shown" << "#00ff00";
+        QTest::newRow("no picture") << "" << "Empty" << "";
+        QTest::newRow("an invalid URL") << "http://[::1" << "Failed" << "";
+    }
+
     void lateAnswerIgnored()
     {
+        QFETCH(QString, next);
         label->SetUrl(server->Url(QStringLiteral("/slow")));
         QTRY_COMPARE(server->Hits(QStringLiteral("/slow")), 1);
-        label->SetUrl(server->Url(QStringLiteral("/green")));
-        QTRY_COMPARE(label->GetState(), NetworkImageLabel::State::Shown);
+        label->SetUrl(next.startsWith(QLatin1Char('/')) ? server->Url(next) : QUrl(next));
         QTRY_COMPARE(server->ClosedWhileWaiting(), 1); // nobody waits for /slow any more
         QTest::qWait(400);
-        QCOMPARE(label->Image().pixelColor(5, 5).name(), QStringLiteral("#00ff00"));
-        QCOMPARE(label->GetUrl(), server->Url(QStringLiteral("/green")));
+        QTEST(QString::fromLatin1(QMetaEnum::fromType<NetworkImageLabel::State>().valueToKey(int(label->GetState()))), "state");
+        QTEST(label->Image().isNull() ? QString() : label->Image().pixelColor(5, 5).name(), "colour");
         QCOMPARE(loader->PendingDownloads(), 0);
+    }
+
+    void otherLoader()
+    {
+        NetworkImageLoader other;
+        label->SetUrl(server->Url(QStringLiteral("/slow")));
+        QTRY_COMPARE(server->Hits(QStringLiteral("/slow")), 1);
+        label->SetLoader(&other);
+        QCOMPARE(label->GetLoader(), &other);
+        QCOMPARE(loader->PendingDownloads(), 0);
+        QCOMPARE(other.PendingDownloads(), 1);
+        QTRY_COMPARE(label->GetState(), NetworkImageLabel::State::Shown);
+        QCOMPARE(other.MemoryCacheSize(), label->Image().sizeInBytes());
+        label->SetLoader(nullptr); // the application's, from now on
+        QCOMPARE(label->GetLoader(), NetworkImageLoader::Instance());
     }
 };
 

@@ -119,8 +119,12 @@ private Q_SLOTS:
 
     void errorPicture()
     {
+        server->SetRoute(QStringLiteral("/none"), HttpAnswer(404, "no", {}, 300));
+        QVERIFY(TestSupport::ShowAndWait(label.get()));
         label->SetUrl(server->Url(QStringLiteral("/none")));
-        QTRY_COMPARE(label->GetState(), NetworkImageLabel::State::Failed);
+        QTest::qWait(100); // painted while loading
+        QVERIFY(TestSupport::Repaints(label.get(), [] {})); // again when the answer comes
+        QCOMPARE(label->GetState(), NetworkImageLabel::State::Failed);
         const QString drawn = Centre();
         QVERIFY(drawn != QStringLiteral("#000000") && drawn != QStringLiteral("#ff0000")); // the style's icon
         label->SetErrorPixmap(Filled(Qt::yellow));

@@ -447,8 +447,10 @@ void NetworkImageLoader::Load(const QUrl& url, const QSize& logicalSize, qreal d
             d->Sweep();
         });
     }
-    if (start)
-        d->Start(download);
+    if (start) {
+        const std::shared_ptr<Download> starting = download; // the hash's entry may go inside Start()
+        d->Start(starting);
+    }
 }
 
 qint64 NetworkImageLoader::GetMemoryCacheLimit() const { return d->memoryLimit; }

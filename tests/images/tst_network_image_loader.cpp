@@ -331,13 +331,14 @@ private Q_SLOTS:
         NetworkImageLoader& l = *loader;
         const auto values = [&l] {
             return QVector<qint64>{l.GetMemoryCacheLimit(), l.GetMaxPixelCount(), l.GetMaxRedirects(), l.GetRetryCount(),
-                                   l.GetRetryDelay(),       l.GetTimeout(),       l.GetFailureMemory()};
+                                   l.GetRetryDelay(),       l.GetTimeout(),       l.GetFailureMemory(), l.GetDiskCacheLimit()};
         };
-        QCOMPARE(values(), (QVector<qint64>{64 * 1024 * 1024, 64000000, 5, 3, 500, 30000, 60000}));
+        QCOMPARE(values(), (QVector<qint64>{64 * 1024 * 1024, 64000000, 5, 3, 500, 30000, 60000, 256 * 1024 * 1024}));
         QVERIFY(l.GetDiskCacheDirectory().isEmpty() && !l.NetworkAccessManager()->cache());
         l.SetMemoryCacheLimit(-5), l.SetMaxPixelCount(0), l.SetMaxRedirects(-1), l.SetRetryCount(-1);
         l.SetRetryDelay(-1), l.SetTimeout(0), l.SetFailureMemory(-1);
-        QCOMPARE(values(), (QVector<qint64>{0, 1, 0, 0, 0, 1, 0}));
+        l.SetDiskCacheLimit(-1);
+        QCOMPARE(values(), (QVector<qint64>{0, 1, 0, 0, 0, 1, 0, 0}));
         l.SetDiskCacheDirectory(folder->path());
         l.SetDiskCacheLimit(1000000);
         QCOMPARE(qobject_cast<QNetworkDiskCache*>(l.NetworkAccessManager()->cache())->maximumCacheSize(), 1000000);
@@ -398,6 +399,18 @@ private Q_SLOTS:
         QTRY_COMPARE(server->ClosedWhileWaiting(), 1);
         QTest::qWait(300);
         QCOMPARE(answer->calls, 0);
+    }
+
+    void managerGone()
+    {
+        auto* manager = new QNetworkAccessManager;
+        loader.reset(new NetworkImageLoader(manager));
+        delete manager;
+        for (int attempt = 0; attempt < 2; ++attempt) { // not remembered: the host may give another
+            const LogCapture::Mark mark;
+            QCOMPARE(Load(QStringLiteral("/p"))->error, QStringLiteral("no network access manager"));
+            QCOMPARE(mark.Since().size(), 1);
+        }
     }
 
     void badInput_data()

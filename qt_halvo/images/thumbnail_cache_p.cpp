@@ -109,6 +109,10 @@ bool Write(const QString& file, const QImage& image, const Source& source, QStri
         tagged.setText(QLatin1String(kMime), source.mime);
     tagged.setText(QStringLiteral("Software"), QStringLiteral("qt_halvo " QT_HALVO_VERSION_TEXT));
     QImageWriter writer(&out, "png");
+    // Light compression: at the default level writing a thumbnail takes two thirds as long
+    // as decoding a large photo at 1/8 scale; this level is three times faster, for files
+    // a fifth larger.
+    writer.setQuality(80);
     if (!writer.write(tagged) || !out.commit()) {
         *error = QStringLiteral("cannot write %1: %2").arg(file, writer.errorString());
         return false;

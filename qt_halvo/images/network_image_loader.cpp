@@ -182,9 +182,19 @@ struct NetworkImageLoader::Private
             return found != downloads.end() && found.value()->id == id ? found.value() : nullptr;
         };
         const QUrl url = download->url;
-        QObject::connect(reply, &QNetworkReply::downloadProgress, q, [alive, url] {
-            if (auto current = alive(url))
-                current->timeout->start();
+        QObject::connect(reply, &QNetworkReply::downloadProgress, q, [this, alive, url](qint64 received, qint64 total) {
+            auto current = alive(url);
+            if (!current)
+                return;
+            // No picture within the pixel limit needs more bytes than its pixels at four bytes
+            // each, and a little for headers: a larger body is not kept in memory.
+            const qint64 limit = maxPixels * 4 + 1024 * 1024;
+            if (received > limit || total > limit) {
+                Abort(*current);
+                Fail(current, QStringLiteral("the body is larger than %1 bytes").arg(limit), false);
+                return;
+            }
+            current->timeout->start();
         });
         QObject::connect(reply, &QNetworkReply::finished, q, [this, alive, url, reply] {
             reply->deleteLater();

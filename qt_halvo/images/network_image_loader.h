@@ -67,7 +67,8 @@ public:
     void SetDiskCacheLimit(qint64 bytes);
 
     // The most pixels (width times height) a source picture may have; 64 megapixels by
-    // default. A larger one is refused before it is decoded.
+    // default. A larger one is refused before it is decoded, and a body of more than four
+    // bytes a pixel (and 1 MiB) is not downloaded to the end.
     qint64 GetMaxPixelCount() const;
     void SetMaxPixelCount(qint64 pixels);
 

@@ -325,6 +325,20 @@ private Q_SLOTS:
         QCOMPARE(Load(QStringLiteral("/p"))->calls, !fails || tag == QLatin1String("404") ? 1 : 0);
     }
 
+    // A body that no picture within the pixel limit needs is not downloaded to the end.
+    void oversizedBody()
+    {
+        server->SetRoute(QStringLiteral("/big"), Ok(QByteArray(8 * 1024 * 1024, 'x')));
+        loader->SetMaxPixelCount(1000);
+        const LogCapture::Mark mark;
+        const auto answer = Load(QStringLiteral("/big"));
+        QTRY_COMPARE(answer->calls, 1);
+        QVERIFY(answer->image.isNull());
+        QCOMPARE(answer->error, QStringLiteral("the body is larger than 1052576 bytes"));
+        QCOMPARE(mark.Since().size(), 1);
+        QCOMPARE(loader->PendingDownloads(), 0);
+    }
+
     void settings()
     {
         loader.reset(new NetworkImageLoader); // without the short retry delay of init()

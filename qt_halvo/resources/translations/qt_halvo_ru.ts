@@ -4,9 +4,30 @@
 <context>
     <name>OrvantaQT::BusyIndicatorRing</name>
     <message>
-        <location filename="../../animation/busy_indicator_ring.cpp" line="+52"/>
+        <location filename="../../animation/busy_indicator_ring.cpp" line="+41"/>
         <source>Busy</source>
         <translation>Занят</translation>
+    </message>
+</context>
+<context>
+    <name>OrvantaQT::ChartAccessible</name>
+    <message>
+        <location filename="../../views/accessible_charts.cpp" line="+22"/>
+        <source>%1%</source>
+        <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>OrvantaQT::ClosableViewHelper</name>
+    <message>
+        <location filename="../../views/closable_view.cpp" line="+221"/>
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>Close %1</source>
+        <translation>Закрыть %1</translation>
     </message>
 </context>
 <context>
@@ -22,6 +43,14 @@
         <source>Show less</source>
         <extracomment>Link after a whole text that shortens it again.</extracomment>
         <translation>Показать меньше</translation>
+    </message>
+</context>
+<context>
+    <name>OrvantaQT::FilePreviewProvider</name>
+    <message>
+        <location filename="../../images/file_preview_provider.cpp" line="+92"/>
+        <source>No size to draw a preview at</source>
+        <translation>Не задан размер для эскиза</translation>
     </message>
 </context>
 <context>
@@ -48,11 +77,122 @@
     </message>
 </context>
 <context>
+    <name>OrvantaQT::NetworkImageLabel</name>
+    <message>
+        <location filename="../../images/network_image_label.cpp" line="+77"/>
+        <source>No loader for pictures</source>
+        <translation>Нет загрузчика изображений</translation>
+    </message>
+    <message>
+        <location line="+100"/>
+        <source>Not a valid address</source>
+        <translation>Недопустимый адрес</translation>
+    </message>
+</context>
+<context>
+    <name>OrvantaQT::NotificationType</name>
+    <message>
+        <location filename="../../widgets/window/notification_type.cpp" line="+34"/>
+        <source>Information</source>
+        <translation>Информация</translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Success</source>
+        <translation>Успех</translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Warning</source>
+        <translation>Предупреждение</translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Error</source>
+        <translation>Ошибка</translation>
+    </message>
+</context>
+<context>
+    <name>OrvantaQT::NotificationWidget</name>
+    <message>
+        <location filename="../../widgets/window/notification_widget.cpp" line="+143"/>
+        <location line="+1"/>
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+</context>
+<context>
+    <name>OrvantaQT::PopupMessage</name>
+    <message>
+        <location filename="../../widgets/window/popup_message.cpp" line="+78"/>
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <location line="+144"/>
+        <source>×%1</source>
+        <translation>×%1</translation>
+    </message>
+</context>
+<context>
     <name>OrvantaQT::ResizeGrip</name>
     <message>
         <location filename="../../layouts/resize_grip.cpp" line="+47"/>
         <source>Resize</source>
         <translation>Изменить размер</translation>
+    </message>
+</context>
+<context>
+    <name>OrvantaQT::TableView</name>
+    <message>
+        <location filename="../../views/table_view.cpp" line="+195"/>
+        <source>No items</source>
+        <translation>Нет элементов</translation>
+    </message>
+</context>
+<context>
+    <name>OrvantaQT::TitleBar</name>
+    <message>
+        <location filename="../../widgets/window/title_bar.cpp" line="+108"/>
+        <source>Minimize</source>
+        <translation>Свернуть</translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <location line="+186"/>
+        <source>Restore</source>
+        <translation>Восстановить</translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>Maximize</source>
+        <translation>Развернуть</translation>
+    </message>
+</context>
+<context>
+    <name>OrvantaQT::ToolBar</name>
+    <message>
+        <location filename="../../widgets/navigation/tool_bar.cpp" line="+79"/>
+        <location line="+1"/>
+        <source>More</source>
+        <translation>Ещё</translation>
+    </message>
+</context>
+<context>
+    <name>OrvantaQT::TwoButtons</name>
+    <message>
+        <location filename="../../widgets/navigation/two_buttons.cpp" line="+258"/>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
     </message>
 </context>
 </TS>

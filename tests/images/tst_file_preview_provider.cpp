@@ -1,6 +1,5 @@
+#include "image_test_support.h"
 #include "test_support.h"
-
-#include "../../qt_halvo/images/preview_makers_p.h"
 
 #include <qt_halvo/images/file_preview_provider.h>
 
@@ -18,19 +17,6 @@ struct Answer
     QString error;
     int calls = 0;
 };
-
-// Left half `left`, the rest `right`, encoded.
-QByteArray Picture(const QSize& size, const char* format = "png", QColor left = Qt::red, QColor right = Qt::blue)
-{
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(right);
-    QPainter(&image).fillRect(0, 0, size.width() / 2, size.height(), left);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, format, 90);
-    return bytes;
-}
 
 QByteArray Pdf()
 {
@@ -85,23 +71,6 @@ QString Logged(const QString& path, const QString& error)
     return "3 FilePreviewProvider: no preview of \"" + path + "\": " + error;
 }
 
-// Previews of files named block* wait until released; the hook counts them as they start.
-struct Gate
-{
-    QSemaphore entered;
-    QSemaphore open;
-    Gate()
-    {
-        OrvantaQT::SetPreviewWorkHook([this](const QString& path) {
-            if (QFileInfo(path).fileName().startsWith("block")) {
-                entered.release();
-                open.tryAcquire(1, 20000);
-            }
-        });
-    }
-    ~Gate() { OrvantaQT::SetPreviewWorkHook(nullptr); }
-};
-
 } // namespace
 
 class TestFilePreviewProvider : public QObject
@@ -148,21 +117,16 @@ private Q_SLOTS:
 
     void kinds_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<qreal>("ratio");
-        QTest::addColumn<QSize>("pixels");
-        QTest::addColumn<QString>("look");  // or the error, for the icon
+        // look: or the error, for the icon
+        Columns<QString, QByteArray, QSize, qreal, QSize, QString>(
+            {"name", "bytes", "size", "ratio", "pixels", "look"});
         const QByteArray svg = "<svg xmlns='http://www.w3.org/2000/svg' width='20' height='10'><rect width='10' "
                                "height='10' fill='#f00'/><rect x='10' width='10' height='10' fill='#00f'/></svg>";
-        QByteArray jpeg = Picture({400, 200}, "jpg");  // with EXIF orientation 8, turned left
-        jpeg.insert(2, QByteArray("\xff\xe1\0\x22" "Exif\0\0MM\0\x2a\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0\x08", 30)
-                           + QByteArray(6, '\0'));
-        QTest::newRow("PNG") << "a.png" << Picture({400, 200}) << QSize(100, 100) << 1.0 << QSize(100, 50) << "red blue";
-        QTest::newRow("PNG, ratio 1.5") << "b.png" << Picture({400, 200}) << QSize(60, 60) << 1.5 << QSize(90, 45)
+        const QByteArray jpeg = WithOrientation(Halves({400, 200}, "jpg"), 8);  // turned left
+        QTest::newRow("PNG") << "a.png" << Halves({400, 200}) << QSize(100, 100) << 1.0 << QSize(100, 50) << "red blue";
+        QTest::newRow("PNG, ratio 1.5") << "b.png" << Halves({400, 200}) << QSize(60, 60) << 1.5 << QSize(90, 45)
                                         << "red blue";
-        QTest::newRow("small: not enlarged") << "c.png" << Picture({40, 20}) << QSize(100, 100) << 2.0 << QSize(40, 20)
+        QTest::newRow("small: not enlarged") << "c.png" << Halves({40, 20}) << QSize(100, 100) << 2.0 << QSize(40, 20)
                                              << "red blue";
         QTest::newRow("JPEG turned by EXIF") << "e.jpg" << jpeg << QSize(100, 100) << 1.0 << QSize(50, 100)
                                              << "blue red";
@@ -173,12 +137,9 @@ private Q_SLOTS:
     }
     void kinds()
     {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, bytes);
-        QFETCH(QSize, size);
-        QFETCH(qreal, ratio);
-        QFETCH(QSize, pixels);
-        QFETCH(QString, look);
+        auto [name, bytes, size, ratio, pixels, look] =
+            Row<QString, QByteArray, QSize, qreal, QSize, QString>(
+                {"name", "bytes", "size", "ratio", "pixels", "look"});
         if (name.endsWith(".pdf") && !FilePreviewProvider::CanPreviewPdf())
             QSKIP("built without poppler-qt5");
         auto provider = Provider();
@@ -193,15 +154,13 @@ private Q_SLOTS:
 
     void textPage_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("lines");
+        Columns<QString, int>({"name", "lines"});
         QTest::newRow("two lines") << "notes.txt" << 2;
         QTest::newRow("C++ source, a page full") << "main.cpp" << 200;
     }
     void textPage()
     {
-        QFETCH(QString, name);
-        QFETCH(int, lines);
+        auto [name, lines] = Row<QString, int>({"name", "lines"});
         auto provider = Provider();
         const QImage page = Ask(provider.get(), File(name, QByteArray("MMMMMMMMMMMMMMMMMMMMMMMMMMMMMM\n").repeated(lines)),
                                 {200, 200}).image;
@@ -214,10 +173,7 @@ private Q_SLOTS:
 
     void cacheFile_data()
     {
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<qreal>("ratio");
-        QTest::addColumn<QString>("folder");
-        QTest::addColumn<QSize>("stored");
+        Columns<QSize, qreal, QString, QSize>({"size", "ratio", "folder", "stored"});
         QTest::newRow("normal") << QSize(128, 20) << 1.0 << "normal" << QSize(128, 64);
         QTest::newRow("large") << QSize(129, 100) << 1.0 << "large" << QSize(256, 128);
         QTest::newRow("x-large at ratio 2") << QSize(150, 150) << 2.0 << "x-large" << QSize(512, 256);
@@ -226,11 +182,8 @@ private Q_SLOTS:
     }
     void cacheFile()
     {
-        QFETCH(QSize, size);
-        QFETCH(qreal, ratio);
-        QFETCH(QString, folder);
-        QFETCH(QSize, stored);
-        const QString path = File(QString::fromUtf8("été photo #1.png"), Picture({1200, 600}));
+        auto [size, ratio, folder, stored] = Row<QSize, qreal, QString, QSize>({"size", "ratio", "folder", "stored"});
+        const QString path = File(QString::fromUtf8("été photo #1.png"), Halves({1200, 600}));
         const QByteArray uri = "file://" + QUrl::toPercentEncoding(path, "/");
         QVERIFY(uri.endsWith("/%C3%A9t%C3%A9%20photo%20%231.png"));
         auto provider = Provider();
@@ -256,9 +209,7 @@ private Q_SLOTS:
 
     void cacheFollowsTheFile_data()
     {
-        QTest::addColumn<qint64>("later");
-        QTest::addColumn<bool>("otherUri");
-        QTest::addColumn<QString>("look");
+        Columns<qint64, bool, QString>({"later", "otherUri", "look"});
         QTest::newRow("same time: the cached one") << qint64(0) << false << "red red";
         QTest::newRow("newer: made again") << qint64(5) << false << "blue blue";
         QTest::newRow("older: made again") << qint64(-5) << false << "blue blue";
@@ -266,11 +217,9 @@ private Q_SLOTS:
     }
     void cacheFollowsTheFile()
     {
-        QFETCH(qint64, later);
-        QFETCH(bool, otherUri);
-        QFETCH(QString, look);
+        auto [later, otherUri, look] = Row<qint64, bool, QString>({"later", "otherUri", "look"});
         const qint64 time = 1700000000;
-        const QString path = File("swapped.png", Picture({200, 200}, "png", Qt::red, Qt::red), time);
+        const QString path = File("swapped.png", Halves({200, 200}, "png", Qt::red, Qt::red), time);
         auto provider = Provider();
         QCOMPARE(Look(Ask(provider.get(), path).image), QString("red red"));
         const QString thumbnail = provider->GetCacheDirectory() + "/normal/" + CacheName(path);
@@ -280,7 +229,7 @@ private Q_SLOTS:
             QVERIFY(other.save(thumbnail, "png"));
         }
         // Other content: only a thumbnail made again shows it.
-        File("swapped.png", Picture({200, 200}, "png", Qt::blue, Qt::blue), time + later);
+        File("swapped.png", Halves({200, 200}, "png", Qt::blue, Qt::blue), time + later);
         const Answer answer = Ask(provider.get(), path);
         QCOMPARE(Look(answer.image), look);
         QCOMPARE(answer.image.size(), QSize(100, 100));
@@ -289,20 +238,16 @@ private Q_SLOTS:
 
     void failures_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("error");
+        Columns<QString, QByteArray, QString>({"name", "bytes", "error"});
         QTest::newRow("corrupt PNG") << "bad.png" << QByteArray(300, 'x') << "not a picture Qt can read";
-        QTest::newRow("PNG cut short") << "cut.png" << Picture({300, 300}).left(200)
+        QTest::newRow("PNG cut short") << "cut.png" << Halves({300, 300}).left(200)
                                        << "the picture cannot be decoded (Unable to read image data)";
         QTest::newRow("corrupt PDF") << "bad.pdf" << QByteArray("%PDF-1.4\nnonsense") << "the PDF cannot be opened";
         QTest::newRow("unknown kind: no thumbnail") << "x.bin" << QByteArray("\x01\x00\x02", 3) << "";
     }
     void failures()
     {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, error);
+        auto [name, bytes, error] = Row<QString, QByteArray, QString>({"name", "bytes", "error"});
         if (name.endsWith(".pdf") && !FilePreviewProvider::CanPreviewPdf())
             QSKIP("built without poppler-qt5");
         const qint64 time = 1600000000;
@@ -325,7 +270,7 @@ private Q_SLOTS:
         QCOMPARE(Key(failed, "Thumb::URI") + ' ' + Key(failed, "Thumb::MTime"),
                  QUrl::fromLocalFile(path).toString() + " 1600000000");
         // Not tried again while the file keeps its time, even when it would work now.
-        const QByteArray good = name.endsWith(".pdf") ? Pdf() : Picture({200, 100});
+        const QByteArray good = name.endsWith(".pdf") ? Pdf() : Halves({200, 100});
         File(name, good, time);
         mark = LogCapture::Mark();
         const QString before = "no preview could be made of this version of the file before";
@@ -343,7 +288,7 @@ private Q_SLOTS:
         provider->SetCacheDirectory(File("plain", "x") + "/thumbnails");
         const LogCapture::Mark mark;
         for (const char* name : {"w1.png", "w2.png", "w3.jpg"}) {
-            const Answer answer = Ask(provider.get(), File(name, Picture({80, 40}, name + 3)));
+            const Answer answer = Ask(provider.get(), File(name, Halves({80, 40}, name + 3)));
             QCOMPARE(answer.error + Look(answer.image), QString("red blue"));
             QCOMPARE(answer.image.size(), QSize(80, 40));
         }
@@ -356,9 +301,8 @@ private Q_SLOTS:
 
     void badInput_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("kind");  // 0 missing, 1 folder, 2 empty, 3 unreadable, 4 touched, 5 removed
-        QTest::addColumn<QString>("error");
+        // kind: 0 missing, 1 folder, 2 empty, 3 unreadable, 4 touched, 5 removed
+        Columns<QString, int, QString>({"name", "kind", "error"});
         QTest::newRow("missing") << "missing.png" << 0 << "the file does not exist";
         QTest::newRow("missing, not ASCII") << QString::fromUtf8("ünïcødé 写真.png") << 0 << "the file does not exist";
         QTest::newRow("folder") << "folder" << 1 << "it is a folder";
@@ -369,17 +313,15 @@ private Q_SLOTS:
     }
     void badInput()
     {
-        QFETCH(QString, name);
-        QFETCH(int, kind);
-        QFETCH(QString, error);
+        auto [name, kind, error] = Row<QString, int, QString>({"name", "kind", "error"});
         QString path = m_dir.filePath(name);
         if (kind == 1)
             QVERIFY(QDir(m_dir.path()).mkpath(name));
         if (kind >= 2)
-            path = File(name, kind == 2 ? QByteArray() : Picture({50, 50}), 1500000000);
+            path = File(name, kind == 2 ? QByteArray() : Halves({50, 50}), 1500000000);
         if (kind == 3 && (!QFile::setPermissions(path, QFile::WriteOwner) || QFileInfo(path).isReadable()))
             QSKIP("this user reads files whatever their permissions");
-        OrvantaQT::SetPreviewWorkHook([path, kind](const QString&) {
+        OrvantaQT::SetPreviewWorkHook([path, kind = kind](const QString&) {
             QFile file(path);
             if (kind == 4 && file.open(QIODevice::ReadWrite))
                 file.setFileTime(QDateTime::fromSecsSinceEpoch(1500000100), QFileDevice::FileModificationTime);
@@ -398,11 +340,7 @@ private Q_SLOTS:
 
     void callerErrors_data()
     {
-        QTest::addColumn<bool>("receiver");
-        QTest::addColumn<bool>("callback");
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<qreal>("ratio");
-        QTest::addColumn<QString>("log");
+        Columns<bool, bool, QSize, qreal, QString>({"receiver", "callback", "size", "ratio", "log"});
         const QString asked = "3 FilePreviewProvider: a preview of \"p.png\" asked for ";
         const QString noSize = asked + "at %1 pixels, ratio %2; nothing to draw";
         QTest::newRow("no receiver") << false << true << QSize(9, 9) << 1.0 << asked + "without a receiver; ignored";
@@ -413,13 +351,10 @@ private Q_SLOTS:
     }
     void callerErrors()
     {
-        QFETCH(bool, receiver);
-        QFETCH(bool, callback);
-        QFETCH(QSize, size);
-        QFETCH(qreal, ratio);
-        QFETCH(QString, log);
+        auto [receiver, callback, size, ratio, log] =
+            Row<bool, bool, QSize, qreal, QString>({"receiver", "callback", "size", "ratio", "log"});
         QDir::setCurrent(m_dir.path());
-        File("p.png", Picture({20, 20}));
+        File("p.png", Halves({20, 20}));
         auto provider = Provider();
         QObject owner;
         auto answer = std::make_shared<Answer>();
@@ -439,24 +374,22 @@ private Q_SLOTS:
 
     void latestFirst_data()
     {
-        QTest::addColumn<QString>("gone");
-        QTest::addColumn<QString>("order");
+        Columns<QString, QString>({"gone", "order"});
         QTest::newRow("latest first") << "" << "block c b a";
         QTest::newRow("receiver gone in the middle") << "b" << "block c a";
         QTest::newRow("latest gone") << "c" << "block b a";
     }
     void latestFirst()
     {
-        QFETCH(QString, gone);
-        QFETCH(QString, order);
+        auto [gone, order] = Row<QString, QString>({"gone", "order"});
         auto provider = Provider();
         provider->SetMaxWorkers(1);
         QStringList answered;
         QMap<QString, QObject*> receivers;
-        Gate gate;
+        PreviewGate gate;
         for (const QString name : {"block", "a", "b", "c"}) {
             receivers[name] = new QObject(this);
-            provider->RequestPreview(File(name + ".png", Picture({20, 20})), {10, 10}, 1.0, receivers[name],
+            provider->RequestPreview(File(name + ".png", Halves({20, 20})), {10, 10}, 1.0, receivers[name],
                                      [&answered, name](const QImage&, const QString&) { answered << name; });
             QVERIFY(name != "block" || gate.entered.tryAcquire(1, 20000));
         }
@@ -472,8 +405,7 @@ private Q_SLOTS:
 
     void maxWorkers_data()
     {
-        QTest::addColumn<int>("workers");
-        QTest::addColumn<int>("raiseTo");
+        Columns<int, int>({"workers", "raiseTo"});
         QTest::newRow("one") << 1 << 1;
         QTest::newRow("two") << 2 << 2;
         QTest::newRow("one raised to three") << 1 << 3;
@@ -481,8 +413,7 @@ private Q_SLOTS:
     }
     void maxWorkers()
     {
-        QFETCH(int, workers);
-        QFETCH(int, raiseTo);
+        auto [workers, raiseTo] = Row<int, int>({"workers", "raiseTo"});
         QThreadPool::globalInstance()->setMaxThreadCount(8);
         auto provider = Provider();
         QCOMPARE(provider->GetMaxWorkers(), 4);  // half the pool's threads
@@ -491,11 +422,11 @@ private Q_SLOTS:
         QCOMPARE(mark.Texts(), workers ? QStringList() : QStringList("3 FilePreviewProvider: 0 workers asked for; at "
                                                                      "least 1 is kept"));
         QCOMPARE(provider->GetMaxWorkers(), qMax(1, workers));
-        Gate gate;
+        PreviewGate gate;
         QObject receiver;
         int answers = 0;
         for (int i = 0; i < 4; ++i)
-            provider->RequestPreview(File(QString("block%1.png").arg(i), Picture({20, 20})), {10, 10}, 1.0, &receiver,
+            provider->RequestPreview(File(QString("block%1.png").arg(i), Halves({20, 20})), {10, 10}, 1.0, &receiver,
                                      [&answers](const QImage&, const QString&) { ++answers; });
         QVERIFY(gate.entered.tryAcquire(qMax(1, workers), 20000));
         provider->SetMaxWorkers(raiseTo);
@@ -513,7 +444,7 @@ private Q_SLOTS:
         QObject receiver;
         int calls = 0;
         for (int i = 0; i < 3; ++i)
-            provider->RequestPreview(File("gone.png", Picture({20, 20})), {10, 10}, 1.0, &receiver,
+            provider->RequestPreview(File("gone.png", Halves({20, 20})), {10, 10}, 1.0, &receiver,
                                      [&calls](const QImage&, const QString&) { ++calls; });
         provider.reset();
         QTest::qWait(50);
@@ -522,16 +453,14 @@ private Q_SLOTS:
 
     void cacheDirectory_data()
     {
-        QTest::addColumn<QByteArray>("xdg");
-        QTest::addColumn<QString>("root");
+        Columns<QByteArray, QString>({"xdg", "root"});
         QTest::newRow("XDG_CACHE_HOME") << QByteArray("/var/tmp/c") << "/var/tmp/c/thumbnails";
         QTest::newRow("unset") << QByteArray() << QDir::homePath() + "/.cache/thumbnails";
         QTest::newRow("relative: ignored") << QByteArray("rel/c") << QDir::homePath() + "/.cache/thumbnails";
     }
     void cacheDirectory()
     {
-        QFETCH(QByteArray, xdg);
-        QFETCH(QString, root);
+        auto [xdg, root] = Row<QByteArray, QString>({"xdg", "root"});
         qputenv("XDG_CACHE_HOME", xdg);
         FilePreviewProvider provider;
         QCOMPARE(provider.GetCacheDirectory(), root);

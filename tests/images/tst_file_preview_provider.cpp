@@ -11,12 +11,7 @@ using OrvantaQT::FilePreviewProvider;
 
 namespace {
 
-struct Answer
-{
-    QImage image;
-    QString error;
-    int calls = 0;
-};
+struct Answer { QImage image; QString error; int calls = 0; };
 
 QByteArray Pdf()
 {

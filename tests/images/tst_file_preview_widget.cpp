@@ -76,6 +76,8 @@ private Q_SLOTS:
                      Colours("red red red transparent transparent"));
         else
             QVERIFY(shown != Render(Widget({120, 80}, false).get()));
+        widget->SetPath(File("next.png", {10, 10}));
+        QCOMPARE(widget->ErrorString(), QString());  // an old error goes with its file
     }
 
     void fitted_data()

@@ -7,25 +7,24 @@
 using OrvantaQT::NetworkImageLabel;
 using OrvantaQT::NetworkImageLoader;
 using TestSupport::HttpAnswer;
+using TestSupport::Words;
 
 namespace {
 
-QByteArray Picture(const QSize& size, const QColor& colour)
+QPixmap Filled(const QColor& colour, const QSize& size = QSize(100, 100))
 {
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(colour);
+    QPixmap pixmap(size);
+    pixmap.fill(colour);
+    return pixmap;
+}
+
+HttpAnswer Png(const QSize& size, const QColor& colour, int delay = 0)
+{
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes;
-}
-
-QPixmap Filled(const QColor& colour)
-{
-    QPixmap pixmap(100, 100);
-    pixmap.fill(colour);
-    return pixmap;
+    Filled(colour, size).save(&buffer, "PNG");
+    return HttpAnswer(200, bytes, {}, delay);
 }
 
 // States by name as the label announces them.
@@ -50,7 +49,7 @@ class TestNetworkImageLabel : public QObject
     std::unique_ptr<NetworkImageLoader> loader;
     std::unique_ptr<NetworkImageLabel> label;
 
-    QString Centre() { return TestSupport::Render(label.get()).pixelColor(50, 50).name(); }
+    QString Colour(int x = 50, int y = 50) { return TestSupport::Render(label.get()).pixelColor(x, y).name(); }
 
 private Q_SLOTS:
     // Should the application's loader come to be made, its disk cache stays out of ~/.cache.
@@ -59,9 +58,9 @@ private Q_SLOTS:
     void init()
     {
         server.reset(new TestSupport::HttpTestServer);
-        server->SetRoute(QStringLiteral("/blue"), HttpAnswer(200, Picture(QSize(400, 300), Qt::blue)));
-        server->SetRoute(QStringLiteral("/slow"), HttpAnswer(200, Picture(QSize(400, 300), Qt::blue), {}, 300));
-        server->SetRoute(QStringLiteral("/green"), HttpAnswer(200, Picture(QSize(40, 40), Qt::green)));
+        server->SetRoute(QStringLiteral("/blue"), Png(QSize(400, 300), Qt::blue));
+        server->SetRoute(QStringLiteral("/slow"), Png(QSize(400, 300), Qt::blue, 300));
+        server->SetRoute(QStringLiteral("/green"), Png(QSize(40, 40), Qt::green));
         loader.reset(new NetworkImageLoader);
         label.reset(new NetworkImageLabel);
         label->SetLoader(loader.get());
@@ -69,12 +68,7 @@ private Q_SLOTS:
         label->SetPlaceholder(Filled(Qt::red));
     }
 
-    void cleanup()
-    {
-        label.reset();
-        loader.reset();
-        server.reset();
-    }
+    void cleanup() { label.reset(), loader.reset(), server.reset(); }
 
     void states_data()
     {
@@ -84,14 +78,11 @@ private Q_SLOTS:
         QTest::addColumn<QSize>("size");
         QTest::addColumn<int>("logged");
         QTest::addColumn<QSize>("hint"); // the picture's size when shown, else the placeholder's
-        const QSize placeholder(100, 100);
-        QTest::newRow("picture") << "/blue" << TestSupport::Words("Loading Shown") << "" << QSize(100, 75) << 0
-                                 << QSize(100, 75);
-        QTest::newRow("404") << "/none" << TestSupport::Words("Loading Failed") << "HTTP 404" << QSize(0, 0) << 1
-                             << placeholder;
-        QTest::newRow("invalid") << "http://[::1" << TestSupport::Words("Failed") << "Not a valid address" << QSize(0, 0)
-                                 << 1 << placeholder;
-        QTest::newRow("empty") << "" << QStringList() << "" << QSize(0, 0) << 0 << placeholder;
+        const QSize none(0, 0), placeholder(100, 100);
+        QTest::newRow("picture") << "/blue" << Words("Loading Shown") << "" << QSize(100, 75) << 0 << QSize(100, 75);
+        QTest::newRow("404") << "/none" << Words("Loading Failed") << "HTTP 404" << none << 1 << placeholder;
+        QTest::newRow("invalid") << "http://[::1" << Words("Failed") << "Not a valid address" << none << 1 << placeholder;
+        QTest::newRow("empty") << "" << QStringList() << "" << none << 0 << placeholder;
     }
 
     void states()
@@ -125,14 +116,14 @@ private Q_SLOTS:
         QTest::qWait(100); // painted while loading
         QVERIFY(TestSupport::Repaints(label.get(), [] {})); // again when the answer comes
         QCOMPARE(label->GetState(), NetworkImageLabel::State::Failed);
-        const QString drawn = Centre();
+        const QString drawn = Colour();
         QVERIFY(drawn != QStringLiteral("#000000") && drawn != QStringLiteral("#ff0000")); // the style's icon
         label->SetErrorPixmap(Filled(Qt::yellow));
-        QCOMPARE(Centre(), QStringLiteral("#ffff00"));
+        QCOMPARE(Colour(), QStringLiteral("#ffff00"));
         label->SetUrl(QUrl());
         QCOMPARE(label->GetState(), NetworkImageLabel::State::Empty);
         QCOMPARE(label->ErrorString(), QString());
-        QCOMPARE(Centre(), QStringLiteral("#000000")); // nothing over the black background
+        QCOMPARE(Colour(), QStringLiteral("#000000")); // nothing over the black background
         label->SetPlaceholder(QPixmap());
         QCOMPARE(label->sizeHint(), QSize(64, 64));
     }
@@ -159,7 +150,7 @@ private Q_SLOTS:
         QVERIFY(TestSupport::ShowAndWait(label.get()));
         QVERIFY(TestSupport::Repaints(label.get(), [this] { label->SetUrl(server->Url(QStringLiteral("/slow"))); }));
         QCOMPARE(label->GetState(), NetworkImageLabel::State::Loading);
-        QCOMPARE(Centre(), QStringLiteral("#ff0000"));
+        QCOMPARE(Colour(), QStringLiteral("#ff0000"));
         QTRY_COMPARE(label->GetState(), NetworkImageLabel::State::Shown);
         auto* animation = label->findChild<QVariantAnimation*>(QStringLiteral("Fade"));
         QVERIFY(animation);
@@ -167,12 +158,12 @@ private Q_SLOTS:
         if (fades) {
             animation->pause();
             animation->setCurrentTime(duration / 2);
-            const QColor mixed = TestSupport::Render(label.get()).pixelColor(50, 50);
+            const QColor mixed(Colour());
             QVERIFY2(qAbs(mixed.red() - 128) < 8 && qAbs(mixed.blue() - 128) < 8, qPrintable(mixed.name()));
             animation->setCurrentTime(duration);
         }
-        QCOMPARE(Centre(), QStringLiteral("#0000ff"));
-        QCOMPARE(TestSupport::Render(label.get()).pixelColor(50, 10).name(), QStringLiteral("#000000")); // above 100 x 75
+        QCOMPARE(Colour(), QStringLiteral("#0000ff"));
+        QCOMPARE(Colour(50, 10), QStringLiteral("#000000")); // above 100 x 75
     }
 
     void askedAgainAfterResizing()
@@ -186,7 +177,7 @@ private Q_SLOTS:
         QTRY_COMPARE(label->Image().size(), QSize(200, 150));
         QTest::qWait(200);
         QCOMPARE(server->Hits(QStringLiteral("/blue")), 2); // once for the burst of resizes
-        QCOMPARE(states, TestSupport::Words("Loading Shown"));
+        QCOMPARE(states, Words("Loading Shown"));
         label->resize(100, 100);
         QTRY_COMPARE(label->Image().size(), QSize(100, 75));
         QCOMPARE(server->Hits(QStringLiteral("/blue")), 2); // from memory
@@ -195,11 +186,11 @@ private Q_SLOTS:
     void lateAnswerIgnored_data()
     {
         QTest::addColumn<QString>("next"); // a path of the server, or a URL
-        QTest::addColumn<QString>("state");
+        QTest::addColumn<NetworkImageLabel::State>("state");
         QTest::addColumn<QString>("colour"); // of the picture shown, if any
-        QTest::newRow("another picture") << "/green" << "Shown" << "#00ff00";
-        QTest::newRow("no picture") << "" << "Empty" << "";
-        QTest::newRow("an invalid URL") << "http://[::1" << "Failed" << "";
+        QTest::newRow("another picture") << "/green" << NetworkImageLabel::State::Shown << "#00ff00";
+        QTest::newRow("no picture") << "" << NetworkImageLabel::State::Empty << "";
+        QTest::newRow("an invalid URL") << "http://[::1" << NetworkImageLabel::State::Failed << "";
     }
 
     void lateAnswerIgnored()
@@ -210,7 +201,7 @@ private Q_SLOTS:
         label->SetUrl(next.startsWith(QLatin1Char('/')) ? server->Url(next) : QUrl(next));
         QTRY_COMPARE(server->ClosedWhileWaiting(), 1); // nobody waits for /slow any more
         QTest::qWait(400);
-        QTEST(QString::fromLatin1(QMetaEnum::fromType<NetworkImageLabel::State>().valueToKey(int(label->GetState()))), "state");
+        QTEST(label->GetState(), "state");
         QTEST(label->Image().isNull() ? QString() : label->Image().pixelColor(5, 5).name(), "colour");
         QCOMPARE(loader->PendingDownloads(), 0);
     }

@@ -2,8 +2,9 @@
 
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
-#include <QtNetwork/QTcpServer>
 #include <QtNetwork/QTcpSocket>
+
+#include <numeric>
 
 namespace TestSupport {
 
@@ -24,30 +25,16 @@ HttpTestServer::HttpTestServer(QObject* parent) : QObject(parent), m_server(new 
     });
 }
 
-HttpTestServer::~HttpTestServer() = default;
-
-bool HttpTestServer::IsListening() const { return m_server->isListening(); }
-
-QUrl HttpTestServer::Url(const QString& path) const
-{
-    return QUrl(QStringLiteral("http://127.0.0.1:%1%2").arg(m_server->serverPort()).arg(path));
-}
-
-void HttpTestServer::SetRoute(const QString& path, const QVector<HttpAnswer>& answers) { m_routes[path] = answers; }
-
 int HttpTestServer::TotalHits() const
 {
-    int hits = 0;
-    for (const auto& requests : m_requests)
-        hits += requests.size();
-    return hits;
+    return std::accumulate(m_requests.begin(), m_requests.end(), 0,
+                           [](int hits, const QList<QMap<QByteArray, QByteArray>>& list) { return hits + list.size(); });
 }
 
 void HttpTestServer::ResetCounts()
 {
     m_requests.clear();
-    m_notModified = 0;
-    m_closedWhileWaiting = 0;
+    m_notModified = m_closedWhileWaiting = 0;
 }
 
 void HttpTestServer::Read(QTcpSocket* socket)
@@ -58,8 +45,7 @@ void HttpTestServer::Read(QTcpSocket* socket)
     while ((end = buffer.indexOf("\r\n\r\n")) >= 0) {
         const QList<QByteArray> lines = buffer.left(end).split('\n');
         buffer.remove(0, end + 4);
-        const QList<QByteArray> first = lines.value(0).trimmed().split(' ');
-        const QString path = QString::fromLatin1(first.value(1));
+        const QString path = QString::fromLatin1(lines.value(0).trimmed().split(' ').value(1));
         QMap<QByteArray, QByteArray> headers;
         for (int i = 1; i < lines.size(); ++i) {
             const int colon = lines[i].indexOf(':');
@@ -68,14 +54,8 @@ void HttpTestServer::Read(QTcpSocket* socket)
         }
         QList<QMap<QByteArray, QByteArray>>& requests = m_requests[path];
         requests << headers;
-        HttpAnswer answer;
-        if (m_routes.contains(path)) {
-            const QVector<HttpAnswer>& answers = m_routes[path];
-            answer = answers.value(qMin(requests.size(), answers.size()) - 1);
-        } else {
-            answer.status = 404;
-            answer.body = "not found";
-        }
+        const QVector<HttpAnswer> answers = m_routes.value(path, {HttpAnswer(404, "not found")});
+        const HttpAnswer answer = answers.value(qMin(requests.size(), answers.size()) - 1);
         ++m_waiting[socket];
         if (answer.delay < 0)
             continue;

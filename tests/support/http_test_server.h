@@ -1,14 +1,12 @@
 #pragma once
 
 #include <QtCore/QHash>
-#include <QtCore/QList>
 #include <QtCore/QMap>
 #include <QtCore/QObject>
-#include <QtCore/QPair>
 #include <QtCore/QUrl>
 #include <QtCore/QVector>
+#include <QtNetwork/QTcpServer>
 
-class QTcpServer;
 class QTcpSocket;
 
 namespace TestSupport {
@@ -19,9 +17,7 @@ struct HttpAnswer
 {
     using Headers = QList<QPair<QByteArray, QByteArray>>;
     HttpAnswer(int status = 200, const QByteArray& body = {}, const Headers& headers = {}, int delay = 0)
-        : status(status), body(body), headers(headers), delay(delay)
-    {
-    }
+        : status(status), body(body), headers(headers), delay(delay) {}
 
     int status = 200;
     QByteArray body;
@@ -45,12 +41,14 @@ class HttpTestServer : public QObject
 
 public:
     explicit HttpTestServer(QObject* parent = nullptr);
-    ~HttpTestServer() override;
 
-    bool IsListening() const;
-    QUrl Url(const QString& path) const;
+    bool IsListening() const { return m_server->isListening(); }
+    QUrl Url(const QString& path) const
+    {
+        return QUrl(QStringLiteral("http://127.0.0.1:%1%2").arg(m_server->serverPort()).arg(path));
+    }
 
-    void SetRoute(const QString& path, const QVector<HttpAnswer>& answers);
+    void SetRoute(const QString& path, const QVector<HttpAnswer>& answers) { m_routes[path] = answers; }
     void SetRoute(const QString& path, const HttpAnswer& answer) { SetRoute(path, QVector<HttpAnswer>{answer}); }
 
     // Requests for path so far, and the headers of each (names in lower case).

@@ -37,6 +37,20 @@ class TestFilePreviewWidget : public QObject
         return widget;
     }
 
+    // The region a widget's paint events covered.
+    struct PaintedRegion : QObject
+    {
+        explicit PaintedRegion(QWidget* widget) { widget->installEventFilter(this); }
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            if (event->type() == QEvent::Paint)
+                region |= static_cast<QPaintEvent*>(event)->region();
+            return false;
+        }
+        bool Covered(const QRegion& wanted) const { return (wanted - region).isEmpty(); }
+        QRegion region;
+    };
+
 private Q_SLOTS:
     void initTestCase()
     {
@@ -58,15 +72,20 @@ private Q_SLOTS:
         auto* ring = widget->findChild<OrvantaQT::BusyIndicatorRing*>("BusyIndicator");
         QVERIFY(ring == widget->BusyIndicator() && !ring->isVisible() && !ring->IsRunning());
         SignalLog log(widget.get(), {"PathChanged(QString)", "PreviewShown()"});
+        PaintedRegion painted(widget.get());
         widget->SetPath(path);
         QCOMPARE(log.Take(), QStringList("PathChanged(" + path + ")"));
         QVERIFY(widget->IsLoading() && widget->Preview().isNull());
         QVERIFY(ring->isVisible() && ring->IsAnimating());
+        // The old preview goes as a whole, but for what the ring covers.
+        QTRY_VERIFY(painted.Covered(QRegion(widget->rect()) - ring->geometry()));
+        painted.region = QRegion();
         QCOMPARE(ring->geometry().center(), widget->rect().center());
         QVERIFY(m_gate.entered.tryAcquire(1, 20000));
         m_gate.open.release();
         QTRY_VERIFY(!widget->IsLoading());
         QCOMPARE(log.Take(), QStringList("PreviewShown()"));
+        QTRY_VERIFY(painted.Covered(widget->rect())); // not only where the ring was
         QVERIFY(!ring->isVisible() && !ring->IsRunning() && !ring->IsAnimating());
         QCOMPARE(widget->ErrorString(), error);
         QVERIFY(!widget->Preview().isNull());

@@ -7,6 +7,8 @@
 #include <QtCore/QEvent>
 #include <QtCore/QPointer>
 #include <QtGui/QPainter>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOption>
 
 namespace OrvantaQT {
 
@@ -127,12 +129,17 @@ void FilePreviewWidget::paintEvent(QPaintEvent*)
         d->askedRatio = devicePixelRatioF();
         QMetaObject::invokeMethod(this, [this] { Ask(); }, Qt::QueuedConnection);
     }
+    QPainter painter(this);
+    // A style sheet's background and border for the widget, as for any QWidget subclass.
+    QStyleOption option;
+    option.initFrom(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
     if (d->preview.isNull())
         return;
     // The preview was asked for at this size: it fits as it is.
     QRectF target(QPointF(), QSizeF(d->preview.size()) / d->preview.devicePixelRatio());
     target.moveCenter(QRectF(rect()).center());
-    QPainter(this).drawImage(target, d->preview);
+    painter.drawImage(target, d->preview);
 }
 
 void FilePreviewWidget::resizeEvent(QResizeEvent* event)

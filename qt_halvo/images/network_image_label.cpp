@@ -12,6 +12,7 @@
 #include <QtCore/QVariantAnimation>
 #include <QtGui/QPainter>
 #include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOption>
 
 #include <memory>
 
@@ -249,6 +250,10 @@ void NetworkImageLabel::paintEvent(QPaintEvent*)
         d->reask->start(); // moved to a screen of another ratio
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    // A style sheet's background and border for the label, as for any QWidget subclass.
+    QStyleOption option;
+    option.initFrom(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
     const qreal opacity = d->Opacity();
     switch (d->state) {
     case State::Empty:

@@ -32,18 +32,16 @@ QString Translate(const char* text)
 
 constexpr int kColumns = 4;
 
-// What a network picture shows while it comes: a frame with a small landscape in it.
-QPixmap Placeholder(const QPalette& palette, const QSize& size)
+// What a network picture shows while it comes: a small grey landscape, see-through
+// elsewhere so that the theme's panel shows, light or dark.
+QPixmap Placeholder(const QSize& size)
 {
     QPixmap pixmap(size);
-    pixmap.fill(palette.color(QPalette::Base));
+    pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QColor ink = palette.color(QPalette::Mid);
-    painter.setPen(QPen(ink, 2));
-    painter.drawRect(pixmap.rect().adjusted(1, 1, -1, -1));
     const QPoint centre = pixmap.rect().center();
-    painter.setBrush(ink);
+    painter.setBrush(QColor(128, 128, 128, 170));
     painter.setPen(Qt::NoPen);
     painter.drawPolygon(QPolygon({centre + QPoint(-24, 14), centre + QPoint(-8, -6), centre + QPoint(2, 6),
                                   centre + QPoint(10, -2), centre + QPoint(24, 14)}));
@@ -82,7 +80,7 @@ QWidget* CreateNetworkPictures(QWidget* parent)
         auto* label = new NetworkImageLabel(demo);
         label->setObjectName(QStringLiteral("Picture%1").arg(i));
         label->setFixedSize(144, 108);
-        label->SetPlaceholder(Placeholder(demo->palette(), label->size()));
+        label->SetPlaceholder(Placeholder(label->size()));
         grid->addWidget(label, i / kColumns, i % kColumns);
         labels << label;
     }

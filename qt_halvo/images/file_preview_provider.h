@@ -10,8 +10,8 @@
 
 namespace OrvantaQT {
 
-// Thumbnails of files, as KDE's KIO previews and the freedesktop.org thumbnail
-// specification have them:
+// Thumbnails of files, as KDE's KIO previews make them and as the desktop's shared
+// thumbnail cache (freedesktop.org) keeps them:
 // - pictures in any format Qt reads (decoded at the size asked for, the EXIF orientation
 //   applied), SVG, plain text (its first lines drawn on a page), PDF (the first page,
 //   where the library was built with poppler-qt5) and anything else (the MIME type's icon

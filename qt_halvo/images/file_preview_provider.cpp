@@ -39,10 +39,7 @@ QImage FallbackIcon(const PreviewWork& work, const QSize& pixels, qreal ratio)
         icon = QIcon::fromTheme(work.genericIconName);
     if (icon.isNull() && qobject_cast<QApplication*>(QCoreApplication::instance()))
         icon = QApplication::style()->standardIcon(QStyle::SP_FileIcon);
-    QImage image = icon.pixmap(pixels).toImage();
-    const QSize fitted = FitInto(image.size(), pixels);
-    if (fitted != image.size())
-        image = image.scaled(fitted, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    QImage image = ShrinkInto(icon.pixmap(pixels).toImage(), pixels);
     image.setDevicePixelRatio(ratio);
     return image;
 }

@@ -17,6 +17,12 @@ QSize FitInto(const QSize& source, const QSize& bounds)
     return fitted.expandedTo(QSize(1, 1));
 }
 
+QImage ShrinkInto(const QImage& image, const QSize& bounds)
+{
+    const QSize fitted = FitInto(image.size(), bounds);
+    return fitted == image.size() ? image : image.scaled(fitted, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+}
+
 DecodedImage DecodeImage(QIODevice* device, const QSize& bounds, qint64 maxPixels, const QByteArray& format)
 {
     DecodedImage result;
@@ -53,9 +59,7 @@ DecodedImage DecodeImage(QIODevice* device, const QSize& bounds, qint64 maxPixel
         return result;
     }
     // Some formats ignore the scaled size; never hand out more than was asked for.
-    if (image.width() > fitted.width() || image.height() > fitted.height())
-        image = image.scaled(fitted, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    result.image = std::move(image);
+    result.image = ShrinkInto(image, fitted);
     return result;
 }
 

@@ -22,6 +22,9 @@ struct DecodedImage
 // an empty bounds leaves the picture its own size.
 QT_HALVO_AUTOTEST_EXPORT QSize FitInto(const QSize& source, const QSize& bounds);
 
+// The image itself when it fits into `bounds`, else a smooth copy at its fit.
+QT_HALVO_AUTOTEST_EXPORT QImage ShrinkInto(const QImage& image, const QSize& bounds);
+
 // Reads the picture in device, decoding it at its fit into `bounds` (the reader scales
 // while decoding where the format can, as JPEG does) with the EXIF orientation applied.
 // A picture of more than maxPixels pixels, or of a size the reader cannot tell, is refused

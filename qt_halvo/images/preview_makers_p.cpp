@@ -136,9 +136,7 @@ QImage MakePdf(const QString& path, const QSize& bounds, QString* error)
         return {};
     }
     // Rounding may give a pixel more than asked.
-    return image.width() > bounds.width() || image.height() > bounds.height()
-        ? image.scaled(bounds, Qt::KeepAspectRatio, Qt::SmoothTransformation)
-        : image;
+    return ShrinkInto(image, bounds);
 #else
     Q_UNUSED(path)
     Q_UNUSED(bounds)
@@ -208,11 +206,8 @@ PreviewWork MakePreview(const QString& path, const QSize& pixels, const QString&
     const int edge = cacheRoot.isEmpty() ? 0 : ThumbnailCache::SizeFor(qMax(pixels.width(), pixels.height()), &folder);
     ThumbnailCache::Source source{ThumbnailCache::UriOf(path), mtimeBefore.toSecsSinceEpoch(), sizeBefore, QString()};
     const QString name = ThumbnailCache::FileNameOf(path);
-    auto handOut = [&](QImage image) {
-        const QSize fitted = FitInto(image.size(), pixels);
-        if (fitted != image.size())
-            image = image.scaled(fitted, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-        work.image = std::move(image);
+    auto handOut = [&](const QImage& image) {
+        work.image = ShrinkInto(image, pixels);
         return work;
     };
     if (edge > 0) {
@@ -263,7 +258,7 @@ PreviewWork MakePreview(const QString& path, const QSize& pixels, const QString&
     }
     if (image.isNull())
         return fail(error);
-    return handOut(std::move(image));
+    return handOut(image);
 }
 
 } // namespace OrvantaQT

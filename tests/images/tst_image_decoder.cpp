@@ -36,6 +36,16 @@ private Q_SLOTS:
         QCOMPARE(FitInto(source, bounds), fitted);
     }
 
+    void shrinkInto()
+    {
+        QImage wide(400, 200, QImage::Format_RGB32);
+        wide.fill(Qt::red);
+        QCOMPARE(ShrinkInto(wide, {100, 100}).size(), QSize(100, 50));
+        // A picture that fits is handed back as it is, not copied nor enlarged.
+        QCOMPARE(ShrinkInto(wide, {800, 800}).cacheKey(), wide.cacheKey());
+        QCOMPARE(ShrinkInto(wide, {}).cacheKey(), wide.cacheKey());
+    }
+
     void decode_data()
     {
         // result: hues a quarter in from top left and bottom right, or the error

@@ -6,7 +6,6 @@
 #include <qt_halvo/images/network_image_loader.h>
 #include <qt_halvo/utilities/logging_p.h>
 
-#include <QtCore/QEvent>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtCore/QVariantAnimation>
@@ -284,13 +283,6 @@ void NetworkImageLabel::resizeEvent(QResizeEvent* event)
     QWidget::resizeEvent(event);
     if (d->state == State::Shown)
         d->reask->start();
-}
-
-void NetworkImageLabel::changeEvent(QEvent* event)
-{
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::StyleChange)
-        update();
 }
 
 } // namespace OrvantaQT

@@ -91,7 +91,6 @@ struct NetworkImageLoader::Private
 {
     NetworkImageLoader* q = nullptr;
     QPointer<QNetworkAccessManager> manager;
-    bool ownManager = false;
     QPointer<QNetworkDiskCache> diskCache; // ours, when we made one
     QString diskDirectory;
     qint64 diskLimit = 256 * 1024 * 1024;
@@ -366,7 +365,6 @@ NetworkImageLoader::NetworkImageLoader(QNetworkAccessManager* manager, QObject* 
     : QObject(parent), d(new Private)
 {
     d->q = this;
-    d->ownManager = !manager;
     d->manager = manager ? manager : new QNetworkAccessManager(this);
 }
 

@@ -42,22 +42,25 @@ private:
     const char* m_what;
 };
 
-// What a screen reader is told of a section.
+// A section as screen readers were last told of it: what its name and value come from,
+// kept as set, so that the check on every paint compares and derives nothing.
 struct SectionState
 {
-    QString name;
+    QString legend;
+    QString text;
     int percent = 0;
 
-    bool operator==(const SectionState& other) const { return name == other.name && percent == other.percent; }
+    bool operator==(const SectionState& other) const
+    {
+        return percent == other.percent && legend == other.legend && text == other.text;
+    }
 };
 
-SectionState StateOf(const BarInfo& info)
+// The legend's lines read as one; a section without a legend is read by its text.
+QString NameOf(const QString& legend, const QString& text)
 {
-    // The legend's lines read as one; a section without a legend is read by its text.
-    QString name = info.legend.split(LineBreakPattern(), Qt::SkipEmptyParts).join(QLatin1Char(' '));
-    if (name.isEmpty())
-        name = info.text;
-    return SectionState{name, info.percent};
+    const QString name = legend.split(LineBreakPattern(), Qt::SkipEmptyParts).join(QLatin1Char(' '));
+    return name.isEmpty() ? text : name;
 }
 
 std::vector<SectionState> SectionsOf(const BarChart* chart)
@@ -65,7 +68,7 @@ std::vector<SectionState> SectionsOf(const BarChart* chart)
     std::vector<SectionState> sections;
     if (chart) {
         for (const auto& entry : chart->BarInfos())
-            sections.push_back(StateOf(entry.second));
+            sections.push_back(SectionState{entry.second.legend, entry.second.text, entry.second.percent});
     }
     return sections;
 }
@@ -118,7 +121,7 @@ public:
             return QString();
         switch (kind) {
         case QAccessible::Name:
-            return StateOf(*info).name;
+            return NameOf(info->legend, info->text);
         case QAccessible::Description:
             return info->tooltip;
         case QAccessible::Value:
@@ -236,7 +239,7 @@ private:
         const std::vector<SectionState> before = std::exchange(m_told, now);
         const size_t common = std::min(before.size(), now.size());
         for (size_t i = 0; i < common; ++i) {
-            if (now[i].name != before[i].name)
+            if (NameOf(now[i].legend, now[i].text) != NameOf(before[i].legend, before[i].text))
                 RaiseAccessibleEvent(chart, QAccessible::NameChanged, int(i));
             if (now[i].percent != before[i].percent)
                 RaiseValueChanged(chart, now[i].percent, int(i));

@@ -180,11 +180,11 @@ struct CheckBoxHeaderView::Private
     // The box's state from the counts: repainted, announced and signalled when it changed.
     void Settle()
     {
+        if (batch > 0)
+            return;
         const Qt::CheckState now = counted > 0 && checked == counted ? Qt::Checked
             : checked + partly > 0                                   ? Qt::PartiallyChecked
                                                                      : Qt::Unchecked;
-        if (batch > 0)
-            return;
         if (enabled != (counted > 0)) {
             enabled = counted > 0;
             q->updateSection(checkColumn);

@@ -61,6 +61,7 @@ struct TableView::Private
     void UpdateOverlay();
     void MakeOverlay();
     void Refresh();
+    void Disconnect();
     QString CutText(const QModelIndex& index) const;
     bool ShowCutText(QHelpEvent* event);
 
@@ -135,6 +136,12 @@ void TableView::Private::Refresh()
     FollowPointer();
 }
 
+void TableView::Private::Disconnect()
+{
+    for (const QMetaObject::Connection& connection : std::exchange(modelConnections, {}))
+        QObject::disconnect(connection);
+}
+
 QString TableView::Private::CutText(const QModelIndex& index) const
 {
     QStyleOptionViewItem option = q->viewOptions();
@@ -199,8 +206,7 @@ TableView::TableView(QWidget* parent)
 TableView::~TableView()
 {
     // A model among the children is deleted after d: its signals must not reach us then.
-    for (const QMetaObject::Connection& connection : std::as_const(d->modelConnections))
-        disconnect(connection);
+    d->Disconnect();
     delete d;
 }
 
@@ -231,9 +237,7 @@ int TableView::HoveredRow() const
 
 void TableView::setModel(QAbstractItemModel* model)
 {
-    for (const QMetaObject::Connection& connection : std::as_const(d->modelConnections))
-        disconnect(connection);
-    d->modelConnections.clear();
+    d->Disconnect();
     QTableView::setModel(model);
     d->model = model;
     if (model) {

@@ -314,6 +314,16 @@ private Q_SLOTS:
         QTest::newRow("bar legend and percent") << TwoSections() << bar([](BarChart* c) {
             c->SetBarInfoList({{0, Section(35, "Taken")}, {1, Section(60, "", "Free")}});
         }) << QStringList{"NameChanged w/0", "ValueChanged w/0 35"};
+        // The legend's lines are read as one: spelt on one line, it reads the same.
+        QTest::newRow("bar legend on one line") << TwoSections() << bar([](BarChart* c) {
+            c->SetBarInfoList({{0, Section(40, "Used space", "", "Taken by files")}, {1, Section(60, "", "Free")}});
+        }) << QStringList();
+        QTest::newRow("bar legends only") << TwoSections() << bar([](BarChart* c) {
+            c->SetBarInfoList({{0, Section(40, "Taken", "", "Taken by files")}, {1, Section(60, "Spare", "Free")}});
+        }) << QStringList{"NameChanged w/0", "NameChanged w/1"};
+        QTest::newRow("bar texts only") << TwoSections() << bar([](BarChart* c) { // the first is read by its legend
+            c->SetBarInfoList({{0, Section(40, "Used\nspace", "Used", "Taken by files")}, {1, Section(60, "", "Spare")}});
+        }) << QStringList{"NameChanged w/1"};
         QTest::newRow("bar section added")
             << TwoSections() << bar([](BarChart* c) { c->setPercentList({"4", "6", "5"}); })
             << QStringList{"ValueChanged w/0 4", "ValueChanged w/1 6", "ObjectReorder w"};

@@ -245,6 +245,8 @@ private Q_SLOTS:
         QTest::newRow("disabled") << "x---" << Action([](Host& h) { h.header->setEnabled(false); }) << "NoChange";
         QTest::newRow("hovered") << "x---" << over << "Enabled NoChange MouseOver";
         QTest::newRow("left") << "x---" << Action([=](Host& h) { over(h), off(h); }) << "Enabled NoChange";
+        QTest::newRow("left for the rows") << "x---" << Action([=](Host& h) { over(h), TestSupport::PointerTo(h.header, {5, h.header->height() + 40}); })
+                                           << "Enabled NoChange";
         QTest::newRow("pressed") << "x---" << press << "Enabled NoChange MouseOver Sunken";
         QTest::newRow("pressed, moved off") << "x---" << Action([=](Host& h) { press(h), off(h); }) << "Enabled NoChange";
         QTest::newRow("model's background") << "x---" << Action([](Host& h) { h.source.setHeaderData(0, Qt::Horizontal, QBrush(Qt::red), Qt::BackgroundRole); })

@@ -1,7 +1,8 @@
 // 256-pixel thumbnails of 4000 x 3000 JPEG photos, per image: FilePreviewProvider with a
 // cold cache beside Debian's gdk-pixbuf-thumbnailer on the same files (one process per
 // file, as file managers run it, one after the other), and the provider again with the
-// cache warm. Two sets: photos with a camera's light noise, and grainy ones.
+// thumbnails on disk, and in its memory. Two sets: photos with a camera's light noise,
+// and grainy ones.
 // QT_HALVO_BENCH_PHOTOS sets how many photos (200), QT_HALVO_BENCH_PEER_PHOTOS how many of
 // them the thumbnailer gets (60: it is the slow one on a small machine).
 
@@ -138,8 +139,9 @@ private Q_SLOTS:
             QTest::addRow("%s, FilePreviewProvider, cold cache, 2 workers", qPrintable(kind)) << kind << "cold2";
             QTest::addRow("%s, gdk-pixbuf-thumbnailer", qPrintable(kind)) << kind << "peer";
             QTest::addRow("%s, gdk-pixbuf-thumbnailer, 2 at a time", qPrintable(kind)) << kind << "peer2";
-            QTest::addRow("%s, FilePreviewProvider, warm cache", qPrintable(kind)) << kind << "warm";
-            QTest::addRow("%s, FilePreviewProvider, warm cache, 2 workers", qPrintable(kind)) << kind << "warm2";
+            QTest::addRow("%s, FilePreviewProvider, warm disk cache", qPrintable(kind)) << kind << "warm";
+            QTest::addRow("%s, FilePreviewProvider, warm disk cache, 2 workers", qPrintable(kind)) << kind << "warm2";
+            QTest::addRow("%s, FilePreviewProvider, warm memory cache", qPrintable(kind)) << kind << "memory";
         }
     }
     // Milliseconds per image.
@@ -177,8 +179,17 @@ private Q_SLOTS:
                 provider.SetMaxWorkers(2);
             // Qt Test may run a row more than once: each cold run gets a cache of its own.
             provider.SetCacheDirectory(m_dir.filePath(QString("cache-%1-%2").arg(who).arg(++m_runs)));
-            if (who.startsWith("warm"))
+            // Warm: the thumbnails are on disk (a provider before this one made them), or in
+            // this provider's memory too.
+            if (who.startsWith("warm")) {
+                FilePreviewProvider before;
+                before.SetCacheDirectory(provider.GetCacheDirectory());
+                Previews(before);
+            }
+            if (who == "memory") {
+                provider.SetMemoryCacheLimit(qint64(files) * 256 * 256 * 4);
                 Previews(provider);
+            }
             milliseconds = Previews(provider) * 1000 / files;
         }
         qInfo("%s: %.2f ms per image over %d photos of 4000 x 3000", QTest::currentDataTag(), milliseconds, files);

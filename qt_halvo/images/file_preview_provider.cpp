@@ -1,6 +1,7 @@
 #include <qt_halvo/images/file_preview_provider.h>
 
 #include "image_decoder_p.h"
+#include "image_memory_cache_p.h"
 #include "preview_makers_p.h"
 #include "thumbnail_cache_p.h"
 
@@ -8,6 +9,8 @@
 #include <qt_halvo/utilities/logging_p.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDateTime>
+#include <QtCore/QFileInfo>
 #include <QtCore/QPointer>
 #include <QtCore/QThreadPool>
 #include <QtCore/QTimer>
@@ -27,6 +30,7 @@ struct Request
     QString path;
     QSize pixels;
     qreal ratio = 1.0;
+    QString memoryKey;
     QPointer<QObject> receiver;
     FilePreviewProvider::Callback callback;
 };
@@ -44,6 +48,22 @@ QImage FallbackIcon(const PreviewWork& work, const QSize& pixels, qreal ratio)
     return image;
 }
 
+// The memory cache's key: the file as it is now, at this size. Empty for what is not a
+// file, which is never kept.
+QString MemoryKey(const QString& path, const QSize& pixels, qreal ratio)
+{
+    const QFileInfo info(path);
+    if (!info.isFile())
+        return QString();
+    return QStringLiteral("%1 %2x%3 %4 %5 %6")
+        .arg(info.absoluteFilePath())
+        .arg(pixels.width())
+        .arg(pixels.height())
+        .arg(ratio)
+        .arg(info.lastModified().toMSecsSinceEpoch())
+        .arg(info.size());
+}
+
 } // namespace
 
 struct FilePreviewProvider::Private
@@ -52,6 +72,7 @@ struct FilePreviewProvider::Private
     QString cacheDirectory;
     int maxWorkers = qMax(1, QThreadPool::globalInstance()->maxThreadCount() / 2);
     int running = 0;
+    ImageMemoryCache memory{32 * 1024 * 1024};
     QVector<Request> waiting;
     // A cache that cannot be written is told once, not for every file.
     bool cacheProblemLogged = false;
@@ -90,7 +111,13 @@ void FilePreviewProvider::RequestPreview(const QString& path, const QSize& size,
         return;
     }
     const QSize pixels(qMax(1, qRound(size.width() * devicePixelRatio)), qMax(1, qRound(size.height() * devicePixelRatio)));
-    d->waiting.append(Request{path, pixels, devicePixelRatio, receiver, std::move(callback)});
+    const QString key = MemoryKey(path, pixels, devicePixelRatio);
+    const QImage kept = key.isEmpty() ? QImage() : d->memory.Find(key);
+    if (!kept.isNull()) {
+        QMetaObject::invokeMethod(receiver, [kept, callback] { callback(kept, QString()); }, Qt::QueuedConnection);
+        return;
+    }
+    d->waiting.append(Request{path, pixels, devicePixelRatio, key, receiver, std::move(callback)});
     d->StartWaiting(this);
 }
 
@@ -120,6 +147,8 @@ void FilePreviewProvider::Private::StartWaiting(FilePreviewProvider* owner)
                          image = FallbackIcon(*work, request.pixels, request.ratio);
                      else
                          image.setDevicePixelRatio(request.ratio);
+                     if (work->error.isEmpty() && !request.memoryKey.isEmpty())
+                         memory.Insert(request.memoryKey, image);
                      if (request.receiver)
                          request.callback(image, work->error);
                      StartWaiting(owner);
@@ -141,6 +170,14 @@ void FilePreviewProvider::SetCacheDirectory(const QString& directory)
     d->cacheDirectory = directory;
     d->cacheProblemLogged = false;
 }
+
+qint64 FilePreviewProvider::GetMemoryCacheLimit() const { return d->memory.Limit(); }
+
+void FilePreviewProvider::SetMemoryCacheLimit(qint64 bytes) { d->memory.SetLimit(bytes); }
+
+qint64 FilePreviewProvider::MemoryCacheSize() const { return d->memory.Size(); }
+
+void FilePreviewProvider::ClearMemoryCache() { d->memory.Clear(); }
 
 int FilePreviewProvider::GetMaxWorkers() const
 {

@@ -20,6 +20,8 @@ namespace OrvantaQT {
 //   ($XDG_CACHE_HOME/thumbnails/normal, large, x-large, xx-large: PNG with Thumb::URI and
 //   Thumb::MTime), made again when the file's time changes; files that cannot be
 //   previewed are recorded under fail/;
+// - the previews last served are kept in memory, bounded in bytes, for the same file at
+//   the same time and size;
 // - the work runs on Qt's thread pool (RunAsync) with a bounded number of workers, the
 //   latest request first (a scrolled view wants what it shows now), and requests whose
 //   receiver is gone are dropped.
@@ -47,6 +49,13 @@ public:
     // default. An empty one keeps no thumbnails.
     QString GetCacheDirectory() const;
     void SetCacheDirectory(const QString& directory);
+
+    // Previews kept in memory, in bytes (32 MiB by default), least recently used out
+    // first. A file whose time or size changed is not served from them.
+    qint64 GetMemoryCacheLimit() const;
+    void SetMemoryCacheLimit(qint64 bytes);
+    qint64 MemoryCacheSize() const;
+    void ClearMemoryCache();
 
     // Requests worked on at once; half the thread pool's threads, at least 1, by default.
     int GetMaxWorkers() const;

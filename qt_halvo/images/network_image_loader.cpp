@@ -1,6 +1,7 @@
 #include <qt_halvo/images/network_image_loader.h>
 
 #include "image_decoder_p.h"
+#include "image_memory_cache_p.h"
 
 #include <qt_halvo/application/run_async.h>
 #include <qt_halvo/utilities/logging_p.h>
@@ -19,7 +20,6 @@
 #include <QtNetwork/QNetworkDiskCache>
 #include <QtNetwork/QNetworkReply>
 
-#include <list>
 #include <memory>
 
 namespace OrvantaQT {
@@ -76,13 +76,6 @@ struct Download
     }
 };
 
-struct CacheEntry
-{
-    QString key;
-    QImage image;
-    qint64 bytes = 0;
-};
-
 QPointer<NetworkImageLoader> g_instance;
 
 } // namespace
@@ -95,10 +88,7 @@ struct NetworkImageLoader::Private
     QString diskDirectory;
     qint64 diskLimit = 256 * 1024 * 1024;
 
-    qint64 memoryLimit = 64 * 1024 * 1024;
-    qint64 memorySize = 0;
-    std::list<CacheEntry> lru; // most recently used first
-    QHash<QString, std::list<CacheEntry>::iterator> memory;
+    ImageMemoryCache memory{64 * 1024 * 1024};
 
     qint64 maxPixels = 64 * 1000 * 1000;
     int maxRedirects = 5;
@@ -111,35 +101,6 @@ struct NetworkImageLoader::Private
     QHash<QUrl, QPair<QString, qint64>> failures; // why, and until when (ms since epoch)
     quint64 nextId = 1;
     QSet<QObject*> watched; // receivers whose destruction we follow
-
-    QImage FromMemory(const QString& key)
-    {
-        const auto found = memory.find(key);
-        if (found == memory.end())
-            return QImage();
-        lru.splice(lru.begin(), lru, found.value());
-        return lru.front().image;
-    }
-
-    void ToMemory(const QString& key, const QImage& image)
-    {
-        const qint64 bytes = image.sizeInBytes();
-        if (bytes > memoryLimit || memory.contains(key))
-            return;
-        lru.push_front(CacheEntry{key, image, bytes});
-        memory.insert(key, lru.begin());
-        memorySize += bytes;
-        Trim();
-    }
-
-    void Trim()
-    {
-        while (memorySize > memoryLimit && !lru.empty()) {
-            memorySize -= lru.back().bytes;
-            memory.remove(lru.back().key);
-            lru.pop_back();
-        }
-    }
 
     void ApplyDiskCache()
     {
@@ -299,7 +260,7 @@ struct NetworkImageLoader::Private
             if (it.value().image.isNull())
                 error = it.value().error;
             else
-                ToMemory(it.key(), it.value().image);
+                memory.Insert(it.key(), it.value().image);
         }
         if (!error.isEmpty()) {
             Fail(download, error, false);
@@ -414,7 +375,7 @@ void NetworkImageLoader::Load(const QUrl& url, const QSize& logicalSize, qreal d
     }
     const QSize bounds = DeviceBounds(logicalSize, devicePixelRatio);
     const QString key = CacheKey(url, bounds, devicePixelRatio);
-    const QImage cached = d->FromMemory(key);
+    const QImage cached = d->memory.Find(key);
     if (!cached.isNull()) {
         callback(cached, QString());
         return;
@@ -461,25 +422,13 @@ void NetworkImageLoader::Load(const QUrl& url, const QSize& logicalSize, qreal d
     }
 }
 
-qint64 NetworkImageLoader::GetMemoryCacheLimit() const { return d->memoryLimit; }
+qint64 NetworkImageLoader::GetMemoryCacheLimit() const { return d->memory.Limit(); }
 
-void NetworkImageLoader::SetMemoryCacheLimit(qint64 bytes)
-{
-    bytes = qMax<qint64>(0, bytes);
-    if (d->memoryLimit == bytes)
-        return;
-    d->memoryLimit = bytes;
-    d->Trim();
-}
+void NetworkImageLoader::SetMemoryCacheLimit(qint64 bytes) { d->memory.SetLimit(bytes); }
 
-qint64 NetworkImageLoader::MemoryCacheSize() const { return d->memorySize; }
+qint64 NetworkImageLoader::MemoryCacheSize() const { return d->memory.Size(); }
 
-void NetworkImageLoader::ClearMemoryCache()
-{
-    d->lru.clear();
-    d->memory.clear();
-    d->memorySize = 0;
-}
+void NetworkImageLoader::ClearMemoryCache() { d->memory.Clear(); }
 
 QString NetworkImageLoader::GetDiskCacheDirectory() const { return d->diskDirectory; }
 

@@ -84,6 +84,11 @@ QImage Read(const QString& file, const Source& source)
     if (image.text(QLatin1String(kUri)).toUtf8() != source.uri
         || image.text(QLatin1String(kMTime)) != QString::number(source.mtime))
         return {};
+    // The size is optional, but where it is kept it catches a file rewritten within the
+    // same second.
+    const QString size = image.text(QLatin1String(kSize));
+    if (!size.isEmpty() && size != QString::number(source.size))
+        return {};
     return image;
 }
 

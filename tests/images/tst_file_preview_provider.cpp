@@ -223,6 +223,8 @@ private Q_SLOTS:
             other.setText("Thumb::URI", "file:///elsewhere.png");
             QVERIFY(other.save(thumbnail, "png"));
         }
+        // What the disk keeps is under test, not what the provider remembers.
+        provider->ClearMemoryCache();
         // Other content: only a thumbnail made again shows it.
         File("swapped.png", Halves({200, 200}, "png", Qt::blue, Qt::blue), time + later);
         const Answer answer = Ask(provider.get(), path);
@@ -231,18 +233,109 @@ private Q_SLOTS:
         QCOMPARE(Key(thumbnail, "Thumb::MTime"), QString::number(time + later));
     }
 
+    void memoryCache_data()
+    {
+        // change: what happens between two requests for the same preview
+        Columns<QString, int, QString>({"change", "made", "look"});
+        QTest::newRow("nothing: from memory") << "" << 0 << "red blue";
+        QTest::newRow("other size") << "size" << 1 << "red blue";
+        QTest::newRow("other ratio") << "ratio" << 1 << "red blue";
+        QTest::newRow("file newer") << "newer" << 1 << "blue blue";
+        QTest::newRow("same time, other length") << "length" << 1 << "blue blue";
+        QTest::newRow("cleared") << "clear" << 1 << "red blue";
+        QTest::newRow("no memory allowed") << "limit" << 1 << "red blue";
+    }
+    void memoryCache()
+    {
+        auto [change, made, look] = Row<QString, int, QString>({"change", "made", "look"});
+        const qint64 time = 1650000000;
+        const QString path = File("kept.png", Halves({200, 100}), time);
+        auto provider = Provider();
+        const Answer first = Ask(provider.get(), path);
+        QCOMPARE(provider->MemoryCacheSize(), first.image.sizeInBytes());
+        QSize size(100, 100);
+        qreal ratio = 1;
+        if (change == "size")
+            size = QSize(60, 60);
+        if (change == "ratio")
+            ratio = 2;
+        if (change == "newer")
+            File("kept.png", Halves({200, 100}, "png", Qt::blue, Qt::blue), time + 1);
+        if (change == "length")
+            File("kept.png", Halves({200, 100}, "bmp", Qt::blue, Qt::blue), time);
+        if (change == "clear")
+            provider->ClearMemoryCache();
+        if (change == "limit")
+            provider->SetMemoryCacheLimit(0);
+        QCOMPARE(provider->MemoryCacheSize(), change == "clear" || change == "limit" ? 0 : first.image.sizeInBytes());
+        int works = 0;
+        OrvantaQT::SetPreviewWorkHook([&works](const QString&) { ++works; });
+        const Answer second = Ask(provider.get(), path, size, ratio);
+        QCOMPARE(works, made);
+        QCOMPARE(second.calls, 1);
+        QCOMPARE(second.error, QString());
+        QCOMPARE(Look(second.image), look);
+        QCOMPARE(second.image.size(), QSize(size.width(), size.width() / 2) * ratio);
+        QCOMPARE(second.image.devicePixelRatio(), ratio);
+    }
+
+    void memoryCacheOrder()
+    {
+        auto provider = Provider();
+        QStringList paths;
+        for (const char* name : {"m1.png", "m2.png", "m3.png"})
+            paths << File(name, Halves({100, 100}));
+        const qint64 each = Ask(provider.get(), paths[0]).image.sizeInBytes();
+        provider->SetMemoryCacheLimit(2 * each);
+        Ask(provider.get(), paths[1]);
+        Ask(provider.get(), paths[0]);  // now the most recently used
+        Ask(provider.get(), paths[2]);  // pushes out m2
+        QCOMPARE(provider->MemoryCacheSize(), 2 * each);
+        QStringList made;
+        OrvantaQT::SetPreviewWorkHook([&made](const QString& path) { made << QFileInfo(path).fileName(); });
+        for (const QString& path : {paths[2], paths[0], paths[1]})
+            Ask(provider.get(), path);
+        QCOMPARE(made, QStringList("m2.png"));
+        // The lower limit drops the oldest at once.
+        provider->SetMemoryCacheLimit(each);
+        QCOMPARE(provider->MemoryCacheSize(), each);
+        provider->SetMemoryCacheLimit(-5);
+        QCOMPARE(provider->GetMemoryCacheLimit(), 0);
+        QCOMPARE(provider->MemoryCacheSize(), 0);
+    }
+
+    void memoryAnswerComesLater()
+    {
+        auto provider = Provider();
+        const QString path = File("later.png", Halves({40, 40}));
+        Ask(provider.get(), path);
+        // From memory too the answer comes from the event loop, and not to a receiver gone.
+        int calls = 0;
+        auto* receiver = new QObject;
+        for (int i = 0; i < 2; ++i)
+            provider->RequestPreview(path, {100, 100}, 1.0, i ? receiver : this,
+                                     [&calls](const QImage&, const QString&) { ++calls; });
+        QCOMPARE(calls, 0);
+        delete receiver;
+        QTRY_COMPARE(calls, 1);
+        QTest::qWait(20);
+        QCOMPARE(calls, 1);
+    }
+
     void failures_data()
     {
-        Columns<QString, QByteArray, QString>({"name", "bytes", "error"});
-        QTest::newRow("corrupt PNG") << "bad.png" << QByteArray(300, 'x') << "not a picture Qt can read";
+        // later: the file made good gets a newer time, or keeps its time with another length
+        Columns<QString, QByteArray, QString, bool>({"name", "bytes", "error", "later"});
+        QTest::newRow("corrupt PNG") << "bad.png" << QByteArray(300, 'x') << "not a picture Qt can read" << true;
         QTest::newRow("PNG cut short") << "cut.png" << Halves({300, 300}).left(200)
-                                       << "the picture cannot be decoded (Unable to read image data)";
-        QTest::newRow("corrupt PDF") << "bad.pdf" << QByteArray("%PDF-1.4\nnonsense") << "the PDF cannot be opened";
-        QTest::newRow("unknown kind: no thumbnail") << "x.bin" << QByteArray("\x01\x00\x02", 3) << "";
+                                       << "the picture cannot be decoded (Unable to read image data)" << false;
+        QTest::newRow("corrupt PDF") << "bad.pdf" << QByteArray("%PDF-1.4\nnonsense") << "the PDF cannot be opened"
+                                     << false;
+        QTest::newRow("unknown kind: no thumbnail") << "x.bin" << QByteArray("\x01\x00\x02", 3) << "" << false;
     }
     void failures()
     {
-        auto [name, bytes, error] = Row<QString, QByteArray, QString>({"name", "bytes", "error"});
+        auto [name, bytes, error, later] = Row<QString, QByteArray, QString, bool>({"name", "bytes", "error", "later"});
         if (name.endsWith(".pdf") && !FilePreviewProvider::CanPreviewPdf())
             QSKIP("built without poppler-qt5");
         const qint64 time = 1600000000;
@@ -264,14 +357,14 @@ private Q_SLOTS:
         QCOMPARE(mark.Texts(), QStringList(Logged(path, error)));
         QCOMPARE(Key(failed, "Thumb::URI") + ' ' + Key(failed, "Thumb::MTime"),
                  QUrl::fromLocalFile(path).toString() + " 1600000000");
-        // Not tried again while the file keeps its time, even when it would work now.
-        const QByteArray good = name.endsWith(".pdf") ? Pdf() : Halves({200, 100});
-        File(name, good, time);
+        // Not tried again while the file keeps its time and length.
         mark = LogCapture::Mark();
         const QString before = "no preview could be made of this version of the file before";
         QCOMPARE(Ask(provider.get(), path).error, before);
         QCOMPARE(mark.Texts(), QStringList(Logged(path, before)));
-        File(name, good, time + 1);
+        // Tried again when either changes.
+        const QByteArray good = name.endsWith(".pdf") ? Pdf() : Halves({200, 100});
+        File(name, good, later ? time + 1 : time);
         answer = Ask(provider.get(), path);
         QCOMPARE(answer.error + Look(answer.image), QString("red blue"));
     }

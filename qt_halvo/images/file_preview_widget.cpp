@@ -1,5 +1,7 @@
 #include <qt_halvo/images/file_preview_widget.h>
 
+#include "refit_timer_p.h"
+
 #include <qt_halvo/animation/busy_indicator_ring.h>
 #include <qt_halvo/images/file_preview_provider.h>
 #include <qt_halvo/utilities/child_names_p.h>
@@ -23,8 +25,7 @@ struct FilePreviewWidget::Private
     bool loading = false;
     // Answers to earlier requests are told apart from the current one by this.
     quint64 request = 0;
-    QSize askedSize;
-    qreal askedRatio = 0;
+    RefitTimer* refit = nullptr;
 };
 
 FilePreviewWidget::FilePreviewWidget(QWidget* parent) : QWidget(parent), d(new Private)
@@ -32,6 +33,8 @@ FilePreviewWidget::FilePreviewWidget(QWidget* parent) : QWidget(parent), d(new P
     d->ring = NameChild(new BusyIndicatorRing(this), "FilePreviewWidget", "BusyIndicator");
     d->ring->SetRunning(false);
     d->ring->hide();
+    // The preview shown stays, fitted, until the sharp one comes.
+    d->refit = new RefitTimer(this, [this] { Ask(true); });
 }
 
 FilePreviewWidget::~FilePreviewWidget()
@@ -92,22 +95,25 @@ QSize FilePreviewWidget::sizeHint() const
     return QSize(256, 256);
 }
 
-void FilePreviewWidget::Ask()
+void FilePreviewWidget::Ask(bool keepShown)
 {
     ++d->request;
-    d->preview = QImage();
+    if (!keepShown)
+        d->preview = QImage();
     d->error.clear();
-    d->askedSize = size();
-    d->askedRatio = devicePixelRatioF();
+    d->refit->Asked();
     FilePreviewProvider* provider = GetProvider();
-    d->loading = !d->path.isEmpty() && !d->askedSize.isEmpty() && provider;
-    d->ring->SetRunning(d->loading);
-    d->ring->setVisible(d->loading);
+    d->loading = !d->path.isEmpty() && !size().isEmpty() && provider;
+    if (!d->loading)
+        d->preview = QImage();
+    const bool ring = d->loading && d->preview.isNull();
+    d->ring->SetRunning(ring);
+    d->ring->setVisible(ring);
     update();
     if (!d->loading)
         return;
     const quint64 request = d->request;
-    provider->RequestPreview(d->path, d->askedSize, d->askedRatio, this,
+    provider->RequestPreview(d->path, size(), devicePixelRatioF(), this,
                              [this, request](const QImage& preview, const QString& error) {
                                  if (request != d->request)
                                      return;
@@ -123,12 +129,9 @@ void FilePreviewWidget::Ask()
 
 void FilePreviewWidget::paintEvent(QPaintEvent*)
 {
-    // A move to a screen of another pixel ratio repaints without telling children
-    // otherwise; the sharp preview is asked for once this paint is done.
-    if (!d->path.isEmpty() && !qFuzzyCompare(devicePixelRatioF(), d->askedRatio)) {
-        d->askedRatio = devicePixelRatioF();
-        QMetaObject::invokeMethod(this, [this] { Ask(); }, Qt::QueuedConnection);
-    }
+    // A move to a screen of another pixel ratio tells nothing but this paint.
+    if (!d->path.isEmpty() && !d->refit->IsWaiting())
+        d->refit->Check();
     QPainter painter(this);
     // A style sheet's background and border for the widget, as for any QWidget subclass.
     QStyleOption option;
@@ -136,8 +139,14 @@ void FilePreviewWidget::paintEvent(QPaintEvent*)
     style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
     if (d->preview.isNull())
         return;
-    // The preview was asked for at this size: it fits as it is.
-    QRectF target(QPointF(), QSizeF(d->preview.size()) / d->preview.devicePixelRatio());
+    // Asked for at this size, the preview fits as it is; after a resize it is shrunk to
+    // fit until the one for the new size comes.
+    QSizeF shown = QSizeF(d->preview.size()) / d->preview.devicePixelRatio();
+    if (shown.width() > width() || shown.height() > height()) {
+        shown.scale(size(), Qt::KeepAspectRatio);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    }
+    QRectF target(QPointF(), shown);
     target.moveCenter(QRectF(rect()).center());
     painter.drawImage(target, d->preview);
 }
@@ -148,16 +157,21 @@ void FilePreviewWidget::resizeEvent(QResizeEvent* event)
     QRect ring(QPoint(), d->ring->sizeHint().boundedTo(size()));
     ring.moveCenter(rect().center());
     d->ring->setGeometry(ring);
-    if (!d->path.isEmpty() && size() != d->askedSize)
+    if (d->path.isEmpty())
+        return;
+    // Nothing asked for yet (no size before): at once; otherwise once the resizing stops.
+    if (d->refit->AskedSize().isEmpty())
         Ask();
+    else
+        d->refit->Check();
 }
 
 void FilePreviewWidget::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
-    // Moved to a screen of another pixel ratio: the preview is asked for again, sharp.
-    if (!d->path.isEmpty() && !qFuzzyCompare(devicePixelRatioF(), d->askedRatio))
-        Ask();
+    // Moved to a screen of another pixel ratio: the sharp preview is asked for.
+    if (!d->path.isEmpty())
+        d->refit->Check();
 }
 
 } // namespace OrvantaQT

@@ -49,8 +49,9 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    // Asks for the preview of the path at the current size, dropping what was shown.
-    void Ask();
+    // Asks for the preview of the path at the current size, dropping what was shown
+    // unless it is to stay until the new one comes.
+    void Ask(bool keepShown = false);
 
     struct Private;
     Private* d;

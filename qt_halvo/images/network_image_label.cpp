@@ -1,6 +1,7 @@
 #include <qt_halvo/images/network_image_label.h>
 
 #include "image_decoder_p.h"
+#include "refit_timer_p.h"
 
 #include <qt_halvo/animation/widget_animations_p.h>
 #include <qt_halvo/images/network_image_loader.h>
@@ -27,9 +28,6 @@ public:
     using QObject::QObject;
 };
 
-// Resizes come in bursts; the picture is asked for again once they stop.
-constexpr int kReaskDelay = 120;
-
 } // namespace
 
 struct NetworkImageLabel::Private
@@ -46,10 +44,8 @@ struct NetworkImageLabel::Private
     QPixmap pixmap; // the image, drawn from
     QString error;
     QPointer<Ticket> ticket;
-    QSize askedSize;
-    qreal askedRatio = 0;
     QVariantAnimation* fade = nullptr;
-    QTimer* reask = nullptr;
+    RefitTimer* refit = nullptr;
 
     NetworkImageLoader* Loader() const { return loaderSet ? loader.data() : NetworkImageLoader::Instance(); }
 
@@ -64,14 +60,13 @@ struct NetworkImageLabel::Private
     void Drop()
     {
         delete ticket;
-        reask->stop();
+        refit->Stop();
     }
 
     void Ask()
     {
         Drop();
-        askedSize = q->size();
-        askedRatio = q->devicePixelRatioF();
+        refit->Asked();
         NetworkImageLoader* current = Loader();
         if (!current) {
             Show(QImage(), NetworkImageLabel::tr("No loader for pictures"), false);
@@ -81,7 +76,7 @@ struct NetworkImageLabel::Private
         ticket = asking;
         // An answer from the memory cache comes before Load() returns: shown without a fade.
         auto waiting = std::make_shared<bool>(false);
-        current->Load(url, askedSize, askedRatio, asking, [this, asking, waiting](const QImage& picture, const QString& why) {
+        current->Load(url, q->size(), q->devicePixelRatioF(), asking, [this, asking, waiting](const QImage& picture, const QString& why) {
             if (ticket != asking)
                 return;
             delete asking;
@@ -142,11 +137,8 @@ NetworkImageLabel::NetworkImageLabel(QWidget* parent) : QWidget(parent), d(new P
     d->fade->setDuration(d->fadeDuration);
     connect(d->fade, &QVariantAnimation::valueChanged, this, [this] { update(); });
     connect(d->fade, &QVariantAnimation::finished, this, [this] { update(); });
-    d->reask = new QTimer(this);
-    d->reask->setSingleShot(true);
-    d->reask->setInterval(kReaskDelay);
-    connect(d->reask, &QTimer::timeout, this, [this] {
-        if (d->state == State::Shown && (d->askedSize != size() || !qFuzzyCompare(d->askedRatio, devicePixelRatioF())))
+    d->refit = new RefitTimer(this, [this] {
+        if (d->state == State::Shown)
             d->Ask();
     });
 }
@@ -245,8 +237,9 @@ QSize NetworkImageLabel::sizeHint() const
 
 void NetworkImageLabel::paintEvent(QPaintEvent*)
 {
-    if (d->state == State::Shown && !qFuzzyCompare(d->askedRatio, devicePixelRatioF()))
-        d->reask->start(); // moved to a screen of another ratio
+    // A move to a screen of another ratio tells nothing but this paint.
+    if (d->state == State::Shown && !d->refit->IsWaiting())
+        d->refit->Check();
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     // A style sheet's background and border for the label, as for any QWidget subclass.
@@ -282,7 +275,7 @@ void NetworkImageLabel::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     if (d->state == State::Shown)
-        d->reask->start();
+        d->refit->Check();
 }
 
 } // namespace OrvantaQT

@@ -51,6 +51,17 @@ class TestFilePreviewWidget : public QObject
         QRegion region;
     };
 
+    struct ShowCount : QObject
+    {
+        explicit ShowCount(QWidget* widget) { widget->installEventFilter(this); }
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            shows += event->type() == QEvent::Show;
+            return false;
+        }
+        int shows = 0;
+    };
+
 private Q_SLOTS:
     void initTestCase()
     {
@@ -133,24 +144,46 @@ private Q_SLOTS:
 
     void resized_data()
     {
-        Columns<QSize, QSize>({"to", "preview"});
-        QTest::newRow("smaller") << QSize(100, 100) << QSize(100, 50);
-        QTest::newRow("larger") << QSize(300, 300) << QSize(300, 150);
-        QTest::newRow("same size: not asked again") << QSize(200, 100) << QSize();
+        // points: either side of each end of the picture shown at once, the old one fitted
+        Columns<QVector<QSize>, QSize, QVector<QPoint>>({"steps", "preview", "points"});
+        QTest::newRow("smaller") << QVector<QSize>{{100, 100}} << QSize(100, 50)
+                                 << QVector<QPoint>{{50, 24}, {25, 26}, {75, 74}, {50, 76}};
+        QTest::newRow("larger") << QVector<QSize>{{300, 300}} << QSize(300, 150)
+                                << QVector<QPoint>{{49, 150}, {50, 150}, {249, 150}, {250, 150}};
+        QTest::newRow("a burst of resizes: asked once") << QVector<QSize>{{180, 100}, {160, 90}, {140, 140}, {100, 100}}
+                                                       << QSize(100, 50)
+                                                       << QVector<QPoint>{{50, 24}, {25, 26}, {75, 74}, {50, 76}};
+        QTest::newRow("back to the size asked for: not asked again") << QVector<QSize>{{150, 100}, {200, 100}}
+                                                                    << QSize()
+                                                                    << QVector<QPoint>{{0, 50}, {1, 50}, {198, 50}, {199, 50}};
     }
     void resized()
     {
-        auto [to, preview] = Row<QSize, QSize>({"to", "preview"});
+        auto [steps, preview, points] = Row<QVector<QSize>, QSize, QVector<QPoint>>({"steps", "preview", "points"});
         auto widget = Widget({200, 100});
         widget->SetPath(File("resized.png", {800, 400}));
         QTRY_VERIFY(!widget->IsLoading());
         QCOMPARE(widget->Preview().size(), QSize(200, 100));
+        QAtomicInt made;
+        OrvantaQT::SetPreviewWorkHook([&made](const QString&) { made.ref(); });
+        m_provider.ClearMemoryCache();
         SignalLog log(widget.get(), {"PreviewShown()"});
-        widget->resize(to);
-        QCOMPARE(widget->IsLoading(), preview.isValid());
-        QTRY_VERIFY(!widget->IsLoading());
-        QCoreApplication::processEvents();
+        for (const QSize& step : steps)
+            widget->resize(step);
+        // Until the resizing settles the preview there is stays, fitted, without the ring.
+        QVERIFY(!widget->IsLoading());
+        QVERIFY(widget->BusyIndicator()->isHidden());
+        QCOMPARE(Pixels(Render(widget.get()), points), Colours(preview.isValid() ? "transparent red blue transparent"
+                                                                                : "red red blue blue"));
+        QTest::qWait(60);
+        QVERIFY(!widget->IsLoading());
+        ShowCount ring(widget->BusyIndicator());
+        QTRY_COMPARE(log.lines.size(), int(preview.isValid()));
+        QTest::qWait(200);
+        QCOMPARE(ring.shows, 0);
+        m_gate.Install();
         QCOMPARE(log.Take().size(), int(preview.isValid()));
+        QCOMPARE(made.loadAcquire(), int(preview.isValid()));
         QCOMPARE(widget->Preview().size(), preview.isValid() ? preview : QSize(200, 100));
     }
 

@@ -57,7 +57,9 @@ struct PreviewGate
 {
     QSemaphore entered;
     QSemaphore open;
-    PreviewGate()
+    PreviewGate() { Install(); }
+    // Holds previews of files named "block..." again, after a test set a hook of its own.
+    void Install()
     {
         OrvantaQT::SetPreviewWorkHook([this](const QString& path) {
             if (QFileInfo(path).fileName().startsWith(QLatin1String("block"))) {

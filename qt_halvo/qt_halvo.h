@@ -1,6 +1,7 @@
 // Includes every public header of qt_halvo.
 #pragma once
 
+#include <qt_halvo/qml/qml_modules.h>
 #include <qt_halvo/qt_halvo_global.h>
 #include <qt_halvo/qt_halvo_version.h>
 

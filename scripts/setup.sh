@@ -9,11 +9,13 @@ qt_halvo_packages() {
         case "$part" in
             build) echo cmake ninja-build g++ make pkg-config ccache qtbase5-dev qtdeclarative5-dev libqt5svg5 \
                         libx11-dev libxrandr-dev \
-                        qttools5-dev qttools5-dev-tools libpoppler-qt5-dev ;;
-            test) echo openbox libxtst-dev dbus-daemon xvfb xserver-xorg-core xserver-xorg-video-dummy xauth x11-xserver-utils x11-utils fonts-dejavu-core qt5-image-formats-plugins idn2 python3 ;;
+                        qttools5-dev qttools5-dev-tools libpoppler-qt5-dev \
+                        qml-module-qtquick2 qml-module-qtquick-templates2 qml-module-qtquick-window2 \
+                        qml-module-qtquick-layouts ;;
+            test) echo openbox libxtst-dev dbus-daemon xvfb xserver-xorg-core xserver-xorg-video-dummy xauth x11-xserver-utils x11-utils fonts-dejavu-core qt5-image-formats-plugins idn2 python3 qml-module-qttest ;;
             win32) echo g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix wine64 wine ;;
             fuzz) echo clang libclang-rt-14-dev ;;
-            bench) echo libqt5charts5-dev libkf5widgetsaddons-dev libgdk-pixbuf2.0-bin ;;
+            bench) echo libqt5charts5-dev libkf5widgetsaddons-dev libgdk-pixbuf2.0-bin qml-module-qtquick-controls2 ;;
         esac
     done
 }

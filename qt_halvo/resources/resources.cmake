@@ -20,7 +20,7 @@ configure_file(${CMAKE_CURRENT_BINARY_DIR}/qt_halvo_translations.qrc.in
                ${CMAKE_CURRENT_BINARY_DIR}/qt_halvo_translations.qrc COPYONLY)
 qt5_add_resources(QT_HALVO_TRANSLATION_RESOURCES ${CMAKE_CURRENT_BINARY_DIR}/qt_halvo_translations.qrc)
 
-qt5_add_resources(QT_HALVO_RESOURCES ${QT_HALVO_RESOURCE_DIR}/qt_halvo.qrc)
+qt5_add_resources(QT_HALVO_RESOURCES ${QT_HALVO_RESOURCE_DIR}/qt_halvo.qrc ${QT_HALVO_RESOURCE_DIR}/../qml/qml.qrc)
 
 target_sources(qt_halvo PRIVATE ${QT_HALVO_RESOURCES} ${QT_HALVO_TRANSLATION_RESOURCES} ${QT_HALVO_QM_FILES})
 

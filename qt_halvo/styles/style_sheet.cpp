@@ -11,6 +11,8 @@
 #include <QtQml/QQmlPropertyMap>
 #include <QtWidgets/QWidget>
 
+#include <vector>
+
 namespace OrvantaQT {
 
 namespace {
@@ -31,6 +33,20 @@ StyleState& State()
 {
     static StyleState state;
     return state;
+}
+
+std::vector<std::function<void()>>& Listeners()
+{
+    static std::vector<std::function<void()>> listeners;
+    return listeners;
+}
+
+void TellListeners()
+{
+    // A copy: a listener may add another.
+    const auto listeners = Listeners();
+    for (const auto& listener : listeners)
+        listener();
 }
 
 QString ReadSheet(const QString& path)
@@ -57,6 +73,7 @@ void ComputeGlobalSheet(bool force)
     }
     state.hasCurrentConstants = true;
     state.currentConstantsPath = path;
+    TellListeners();
 }
 
 QString PrivateSheet(const QString& name)
@@ -107,6 +124,7 @@ void LoadGlobalColors(const QString& path)
         return;
     }
     State().colors = document.object().toVariantMap();
+    TellListeners();
 }
 
 void MergeGlobalColors(StyleConstants& constants)
@@ -119,6 +137,18 @@ void MergeGlobalColors(StyleConstants& constants)
 void ResetStyleState()
 {
     State() = StyleState();
+    TellListeners();
+}
+
+StyleConstants CurrentStyleConstants()
+{
+    const StyleState& state = State();
+    return state.hasCurrentConstants ? state.constantsBySheet.value(state.currentConstantsPath) : StyleConstants();
+}
+
+void AddStyleChangeListener(std::function<void()> listener)
+{
+    Listeners().push_back(std::move(listener));
 }
 
 QVariant GetCSSData(const QString& name)

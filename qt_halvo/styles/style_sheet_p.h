@@ -2,6 +2,8 @@
 
 #include "stylesheet_constants_p.h"
 
+#include <functional>
+
 namespace OrvantaQT {
 
 // Replaces the colour table with the file's JSON object; on failure logs and keeps it.
@@ -9,6 +11,13 @@ QT_HALVO_AUTOTEST_EXPORT void LoadGlobalColors(const QString& path);
 
 // Every colour, in key order, replaces the constant of its name.
 QT_HALVO_AUTOTEST_EXPORT void MergeGlobalColors(StyleConstants& constants);
+
+// The constants of the current global sheet, colours merged; empty before one is loaded.
+StyleConstants CurrentStyleConstants();
+
+// Called, on the GUI thread, after the colour table was replaced or the global sheet
+// (re)computed. Listeners live as long as the process; ResetStyleState keeps them.
+void AddStyleChangeListener(std::function<void()> listener);
 
 // Forgets every sheet, constant and colour, as at the start of the process.
 QT_HALVO_AUTOTEST_EXPORT void ResetStyleState();

@@ -1,0 +1,48 @@
+#include <qt_halvo/qml/qml_modules.h>
+
+#include "qml_style_bridge_p.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtQml/QQmlEngine>
+#include <QtQml/qqml.h>
+
+namespace OrvantaQT {
+
+namespace {
+
+const char* const kStylesUri = "Orvanta.Styles";
+const char* const kControlsUri = "Orvanta.Controls";
+const char* const kImportPath = "qrc:/qt-project.org/imports";
+
+void RegisterTypes()
+{
+    qmlRegisterSingletonType(kStylesUri, 1, 0, "Colors", [](QQmlEngine* engine, QJSEngine* scriptEngine) {
+        return StyleSingleton(StyleMapKind::Colors, engine, scriptEngine);
+    });
+    qmlRegisterSingletonType(kStylesUri, 1, 0, "Constants", [](QQmlEngine* engine, QJSEngine* scriptEngine) {
+        return StyleSingleton(StyleMapKind::Constants, engine, scriptEngine);
+    });
+    Q_UNUSED(kControlsUri);
+}
+
+void RegisterAtStartup()
+{
+    RegisterQmlModules();
+}
+
+} // namespace
+
+void RegisterQmlModules(QQmlEngine* engine)
+{
+    // Qt keeps registrations for the life of the process.
+    static const bool registered = (RegisterTypes(), true);
+    Q_UNUSED(registered);
+    if (engine && !engine->importPathList().contains(QLatin1String(kImportPath)))
+        engine->addImportPath(QLatin1String(kImportPath));
+}
+
+// With the application object, so that hosts need not call it; Application's own
+// constructor stays as it is.
+Q_COREAPP_STARTUP_FUNCTION(RegisterAtStartup)
+
+} // namespace OrvantaQT

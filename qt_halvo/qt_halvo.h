@@ -1,7 +1,6 @@
 // Includes every public header of qt_halvo.
 #pragma once
 
-#include <qt_halvo/qml/qml_modules.h>
 #include <qt_halvo/qt_halvo_global.h>
 #include <qt_halvo/qt_halvo_version.h>
 
@@ -51,6 +50,7 @@
 #include <qt_halvo/layouts/stick_menu.h>
 #include <qt_halvo/layouts/tool_tip_position_handler.h>
 #include <qt_halvo/layouts/universal_layout.h>
+#include <qt_halvo/qml/qml_modules.h>
 #include <qt_halvo/application/application.h>
 #include <qt_halvo/application/inter_process_event.h>
 #include <qt_halvo/application/run_async.h>

@@ -10,7 +10,6 @@
 #include <QtQml/QQmlEngine>
 #include <QtQml/QQmlPropertyMap>
 
-#include <memory>
 #include <vector>
 
 namespace OrvantaQT {
@@ -51,11 +50,11 @@ QVariantMap CurrentValues(StyleMapKind kind)
 {
     QVariantMap values;
     if (kind == StyleMapKind::Colors) {
-        // Through BuildQmlColorsMap, so that QML sees the colours exactly as it gives them.
-        std::unique_ptr<QQmlPropertyMap> built(BuildQmlColorsMap(GetGlobalColors(), nullptr));
-        const QStringList names = built->keys();
-        for (const QString& name : names)
-            values.insert(name, built->value(name));
+        // As BuildQmlColorsMap gives them; a map of its own each time would cost a meta
+        // object rebuilt for every name.
+        const QMap<QString, QVariant> colors = GetGlobalColors();
+        for (auto it = colors.cbegin(); it != colors.cend(); ++it)
+            values.insert(it.key(), QmlColorValue(it.value()));
     } else {
         const StyleConstants constants = CurrentStyleConstants();
         for (auto it = constants.cbegin(); it != constants.cend(); ++it)

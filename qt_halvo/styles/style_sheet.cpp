@@ -173,16 +173,19 @@ QString RecalculateStylesheet(const QString& styleSheet)
     return SubstituteConstants(text, state.workingConstants);
 }
 
+QVariant QmlColorValue(const QVariant& value)
+{
+    const QString text = value.toString();
+    if (text.startsWith(QLatin1String("rgba(")))
+        return ColorFromRgba(text);
+    return value;
+}
+
 QQmlPropertyMap* BuildQmlColorsMap(const QMap<QString, QVariant>& colors, QObject* parent)
 {
     auto* map = new QQmlPropertyMap(parent);
-    for (auto it = colors.cbegin(); it != colors.cend(); ++it) {
-        const QString text = it.value().toString();
-        if (text.startsWith(QLatin1String("rgba(")))
-            map->insert(it.key(), ColorFromRgba(text));
-        else
-            map->insert(it.key(), it.value());
-    }
+    for (auto it = colors.cbegin(); it != colors.cend(); ++it)
+        map->insert(it.key(), QmlColorValue(it.value()));
     return map;
 }
 

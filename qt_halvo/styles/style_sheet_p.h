@@ -12,6 +12,10 @@ QT_HALVO_AUTOTEST_EXPORT void LoadGlobalColors(const QString& path);
 // Every colour, in key order, replaces the constant of its name.
 QT_HALVO_AUTOTEST_EXPORT void MergeGlobalColors(StyleConstants& constants);
 
+// A colour-table value as QML gets it: "rgba(r, g, b, a)" strings as QColor, the rest
+// unchanged. BuildQmlColorsMap is made of it, and so are the live QML singletons.
+QVariant QmlColorValue(const QVariant& value);
+
 // The constants of the current global sheet, colours merged; empty before one is loaded.
 StyleConstants CurrentStyleConstants();
 

@@ -200,5 +200,8 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
         //: Page list entry: pictures loaded over the network and previews of files.
         {QStringLiteral("images"), QCoreApplication::translate("Gallery", "Images and previews"), CreateImagesPage, 0,
          ImagesPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Charts and views"))},
+        //: Page list entry: the QML controls of Orvanta.Controls, coloured from Orvanta.Styles.
+        {QStringLiteral("qml"), QCoreApplication::translate("Gallery", "QML controls"), CreateQmlPage, 300,
+         QmlPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "QML"))},
     };
 }

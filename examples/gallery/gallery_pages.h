@@ -104,3 +104,5 @@ QWidget* CreateViewsPage();
 QVector<GalleryMoment> ViewsPageMoments();
 QWidget* CreateImagesPage();
 QVector<GalleryMoment> ImagesPageMoments();
+QWidget* CreateQmlPage();
+QVector<GalleryMoment> QmlPageMoments();

@@ -7,6 +7,7 @@
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QStyle>
 
 namespace {
 
@@ -63,6 +64,15 @@ QString ConstantsBlock()
     return end < 0 ? QString() : text.mid(kConstantsHeader.size(), end - kConstantsHeader.size());
 }
 
+void Repolish(QWidget* widget)
+{
+    widget->style()->unpolish(widget);
+    widget->style()->polish(widget);
+    const QList<QWidget*> children = widget->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QWidget* child : children)
+        Repolish(child);
+}
+
 } // namespace
 
 GalleryTheme::GalleryTheme(QObject* parent)
@@ -81,6 +91,15 @@ void GalleryTheme::Apply(Variant variant)
     OrvantaQT::RecalculateGlobalStyleSheet();
     qApp->setStyleSheet(OrvantaQT::GetGlobalStyleSheet());
     ApplyLinkColors();
+    // The sheet polished the widgets before the palette above was set: those that take
+    // their text colour from it would keep the old one. A second polish, ancestors first,
+    // settles them.
+    if (m_applied) {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget* window : windows)
+            Repolish(window);
+    }
+    m_applied = true;
     ReparseLinkLabels();
     m_variant = variant;
     Q_EMIT Changed();

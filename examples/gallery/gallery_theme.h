@@ -29,4 +29,5 @@ Q_SIGNALS:
 
 private:
     Variant m_variant = Variant::Light;
+    bool m_applied = false;
 };

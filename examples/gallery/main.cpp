@@ -15,6 +15,7 @@
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
 #include <QtCore/QTextStream>
+#include <QtQuick/QQuickWindow>
 
 namespace {
 
@@ -30,6 +31,11 @@ int main(int argc, char** argv)
     OrvantaQT::LoadGlobalStyleSheet(GalleryTheme::SheetPath());
     OrvantaQT::InitGraphicalBackend();
     OrvantaQT::EnableHiDpiScaling(OrvantaQT::GetMinimumConsoleSize());
+
+    // The QML page draws with Qt Quick's software renderer unless told otherwise: the same
+    // pictures with or without OpenGL, the offscreen platform of --screenshots included.
+    if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND"))
+        QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
 
     OrvantaQT::Application application(argc, argv, kEnglish, QStringLiteral("en"));
     QApplication::setApplicationName(QStringLiteral("qt_halvo gallery"));

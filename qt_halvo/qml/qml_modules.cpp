@@ -22,7 +22,8 @@ void RegisterTypes()
     qmlRegisterSingletonType(kStylesUri, 1, 0, "Constants", [](QQmlEngine* engine, QJSEngine* scriptEngine) {
         return StyleSingleton(StyleMapKind::Constants, engine, scriptEngine);
     });
-    Q_UNUSED(kControlsUri);
+    // The versions exist even where a module's own types are all QML files.
+    qmlRegisterModule(kControlsUri, 1, 0);
 }
 
 void RegisterAtStartup()

@@ -51,7 +51,7 @@ T.Control {
     Accessible.name: label.text.replace(/<[^>]*>/g, "")
 
     onTypeChanged: {
-        if (type !== shownType)
+        if (!(type >= NotificationBar.Information && type <= NotificationBar.Error))
             console.warn("Orvanta.Controls: NotificationBar type " + type + " is no type; shown as Information")
     }
     onShowingChanged: {

@@ -121,6 +121,8 @@ Item {
                 var entry = toaster.waiting[0]
                 toaster.waiting = toaster.waiting.slice(1)
                 shownModel.insert(0, entry)
+                // Its item now, so that toast(id) finds it at once.
+                list.forceLayout()
                 toaster.messageShown(entry.messageId)
             }
         }
@@ -205,6 +207,8 @@ Item {
             }
 
             width: list.width
+            implicitHeight: Math.max(implicitBackgroundHeight + topInset + bottomInset,
+                                     implicitContentHeight + topPadding + bottomPadding)
             hoverEnabled: true
             padding: 10
             spacing: 8

@@ -59,6 +59,23 @@ TestCase {
         compare(Harness.logSince(mark), [])
     }
 
+    // No import of QtQuick.Controls (an outside style must not reach them), no colour of
+    // their own: only transparent.
+    function test_sourcesTakeOnlyTemplatesAndColors_data() {
+        return controlNames.map(function (name) { return { tag: name, name: name } })
+    }
+    function test_sourcesTakeOnlyTemplatesAndColors(data) {
+        var source = read("qrc:/qt-project.org/imports/Orvanta/Controls/" + data.name + ".qml")
+        var imports = source.match(/^import .*$/mg)
+        verify(imports.length > 0)
+        imports.forEach(function (line) {
+            verify(/^import (QtQuick 2\.12|QtQuick\.Window 2\.12|QtQuick\.Templates 2\.12 as T|Orvanta\.Styles 1\.0)$/.test(line), line)
+        })
+        compare(source.match(/"#[0-9A-Fa-f]+"|Qt\.rgba\(\s*[0-9.]/g), null)
+        var named = (source.match(/color: *"[a-z]+"/g) || []).filter(function (c) { return c.indexOf("transparent") < 0 })
+        compare(named, [])
+    }
+
     // Whatever the controls read, both gallery themes give.
     function test_galleryThemesHaveEveryName() {
         var used = {}
@@ -239,6 +256,12 @@ TestCase {
         compare(ring.currentStep, step)
         ring.visible = true
         verify(ring.animating)
+        // Hidden with a parent.
+        holder.visible = false
+        ring.parent = holder
+        verify(!ring.animating)
+        ring.parent.visible = true
+        verify(ring.animating)
         ring.running = false
         verify(!ring.animating)
         // Standing still, every dot alike.
@@ -265,6 +288,11 @@ TestCase {
         compare(dots[3].x, 40)
     }
 
+    Item {
+        id: holder
+        width: 100
+        height: 100
+    }
     Component {
         id: spy
         SignalSpy {}

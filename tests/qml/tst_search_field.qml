@@ -10,16 +10,9 @@ TestCase {
     visible: true
     when: windowShown
 
-    Component {
-        id: fieldComponent
-        SearchField { width: 200 }
-    }
-    Component {
-        id: spy
-        SignalSpy {}
-    }
-
     property var field
+    property int escapes: 0
+    Keys.onEscapePressed: ++escapes
     property var started
     property var reset
 
@@ -30,19 +23,16 @@ TestCase {
         field = createTemporaryObject(fieldComponent, testCase)
         started = createTemporaryObject(spy, testCase, { target: field, signalName: "searchStarted" })
         reset = createTemporaryObject(spy, testCase, { target: field, signalName: "searchReset" })
+        escapes = 0
+        // Away, so that moving onto the button is a move.
+        mouseMove(testCase, testCase.width - 1, testCase.height - 1)
     }
     function type(text) {
         field.forceActiveFocus()
-        for (var i = 0; i < text.length; ++i)
-            keyClick(text[i])
+        text.split("").forEach(function (key) { keyClick(key) })
     }
-
-    function test_defaultsOfTheSearchBox() {
-        compare(field.typingDelay, 1000)
-        compare(field.searchButtonVisible, false)
-        compare(field.cancelMode, false)
-        compare(field.placeholderText, "Search")
-        compare(findChild(field, "searchButton").Accessible.name, "Search")
+    function button() {
+        return findChild(field, "searchButton")
     }
 
     function test_searchStarts_data() {
@@ -54,6 +44,8 @@ TestCase {
         ]
     }
     function test_searchStarts(data) {
+        compare(field.typingDelay, 1000)
+        compare(button().Accessible.name, "Search")
         field.searchButtonVisible = data.button
         type("ab")
         // Nothing yet: the timer runs only without the button.
@@ -62,38 +54,19 @@ TestCase {
         if (data.finish === "return")
             keyClick(Qt.Key_Return)
         else if (data.finish === "click")
-            mouseClick(findChild(field, "searchButton"))
+            mouseClick(button())
         if (data.finish !== "")
             compare(started.count, 1)
         tryCompare(started, "count", 1)
         compare(started.signalArguments[0][0], "ab")
         compare(field.typing, false)
         compare(field.cancelMode, true)
-        compare(findChild(field, "searchButton").Accessible.name, "Clear search")
-        verify(findChild(field, "cross") !== null)
-        verify(!findChild(field, "magnifier").visible)
+        compare(button().Accessible.name, "Clear search")
+        verify(findChild(field, "cross") !== null && !findChild(field, "magnifier").visible)
         // The typing timer was stopped: no second search.
         wait(field.typingDelay + 200)
         compare(started.count, 1)
         compare(reset.count, 0)
-    }
-
-    function test_keysWithinTheDelayMakeOneSearch() {
-        field.typingDelay = 300
-        type("a")
-        type("b")
-        type("c")
-        tryCompare(started, "count", 1)
-        compare(started.signalArguments[0][0], "abc")
-        wait(600)
-        compare(started.count, 1)
-    }
-
-    function test_returnOnAnEmptyFieldSearchesNothing() {
-        field.forceActiveFocus()
-        keyClick(Qt.Key_Return)
-        compare(started.count, 0)
-        compare(field.cancelMode, false)
     }
 
     function test_crossClears_data() {
@@ -107,34 +80,48 @@ TestCase {
         field.searchButtonVisible = data.button
         type("query")
         keyClick(Qt.Key_Return)
-        verify(field.cancelMode)
-        if (data.key)
-            keyClick(Qt.Key_Escape)
-        else
-            mouseClick(findChild(field, "searchButton"))
+        // The button: at the right end, inside the field and beside the text, lit under the pointer.
+        var b = button(), glyph = findChild(field, "cross")
+        verify(b.x > field.width / 2 && b.x + b.width <= field.width && field.rightPadding >= b.width)
+        verify(glyph.x >= 0 && glyph.x + glyph.width <= b.width)
+        mouseMove(b, 5, 5)
+        verify(Harness.sameColor(b.background.color, "#eeeeee"))
+        data.key ? keyClick(Qt.Key_Escape) : mouseClick(b)
         compare(field.text, "")
         compare(reset.count, 1)
         compare(started.count, 1)
         compare(field.cancelMode, false)
-        verify(findChild(field, "magnifier").visible)
+        glyph = findChild(field, "magnifier")
+        verify(glyph.visible && glyph.x >= 0 && glyph.x + glyph.width + 4 <= b.width)
         compare(findChild(field, "cross"), null)
+        compare(escapes, 0)
     }
 
-    function test_erasingTheTextResets() {
-        type("x")
-        keyClick(Qt.Key_Backspace)
-        compare(reset.count, 1)
-        compare(field.typing, false)
-        wait(field.typingDelay + 200)
-        compare(started.count, 0)
+    // Return on nothing, a text erased, a click on the magnifier without the button.
+    function test_noSearch_data() {
+        return [
+            { tag: "Return on an empty field", keys: [Qt.Key_Return], click: false, resets: 0, text: "" },
+            { tag: "text erased", keys: [Qt.Key_X, Qt.Key_Backspace], click: false, resets: 1, text: "" },
+            { tag: "magnifier without the button", keys: [Qt.Key_X], click: true, resets: 0, text: "x" },
+            // Escape with nothing to clear is the parent's.
+            { tag: "Escape on an empty field", keys: [Qt.Key_Escape], click: false, resets: 0, text: "", escapes: 1 }
+        ]
     }
-
-    function test_magnifierClickWithoutTheButtonDoesNothing() {
-        type("x")
-        mouseClick(findChild(field, "searchButton"))
-        compare(started.count, 0)
-        compare(field.text, "x")
-        compare(field.typing, true)
+    function test_noSearch(data) {
+        field.typingDelay = 100
+        field.forceActiveFocus()
+        data.keys.forEach(function (key) { keyClick(key) })
+        if (data.click)
+            mouseClick(button())
+        compare(reset.count, data.resets)
+        compare(field.text, data.text)
+        compare(field.typing, data.text !== "")
+        compare(escapes, data.escapes || 0)
+        if (data.text === "") {
+            wait(300)
+            compare(started.count, 0)
+            compare(field.cancelMode, false)
+        }
     }
 
     function test_cueShowsWhileEmptyAndUnfocused_data() {
@@ -158,5 +145,14 @@ TestCase {
         field.typingDelay = -5
         type("a")
         tryCompare(started, "count", 1)
+    }
+
+    Component {
+        id: fieldComponent
+        SearchField { width: 200 }
+    }
+    Component {
+        id: spy
+        SignalSpy {}
     }
 }

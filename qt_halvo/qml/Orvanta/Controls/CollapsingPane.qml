@@ -30,7 +30,6 @@ Item {
     // Opens or closes at once, without animation.
     function setExpandedNow(value) {
         motion.stop()
-        rest.settled = false
         expanded = value
         motion.stop()
         rest.position = value ? 1 : 0

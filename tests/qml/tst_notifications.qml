@@ -42,7 +42,8 @@ TestCase {
         ]
     }
     function test_notificationTypes(data) {
-        var notification = bar("text: 'A <b>bold</b> note'")
+        // From another type, so that a type kept by mistake shows.
+        var notification = bar("text: 'A <b>bold</b> note'; type: NotificationBar." + (data.type === 3 ? "Positive" : "Error"))
         if (data.warning)
             ignoreWarning(data.warning)
         notification.type = data.type

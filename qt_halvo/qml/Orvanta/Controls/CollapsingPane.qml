@@ -2,7 +2,8 @@
 // between 0 and the content's height (duration and easing as the CollapsingPane widget).
 // The content keeps its full height the while and is clipped. It starts in the state
 // given (collapsed by default) without animation; a change of expanded while it moves
-// turns the motion round from the current height.
+// turns the motion round from the current height. The height it moves is its
+// implicitHeight: leave height unset (layouts and positioners take the implicit one).
 import QtQuick 2.12
 
 Item {

@@ -2,6 +2,10 @@
 
 #include "qml_style_bridge_p.h"
 
+#include <qt_halvo/qml/bar_chart_item.h>
+#include <qt_halvo/qml/pie_chart_item.h>
+#include <qt_halvo/qml/plot_item.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtQml/QQmlEngine>
 #include <QtQml/qqml.h>
@@ -23,6 +27,9 @@ void RegisterTypes()
         return StyleSingleton(StyleMapKind::Constants, engine, scriptEngine);
     });
     Q_UNUSED(kControlsUri);
+    qmlRegisterType<BarChartItem>(kControlsUri, 1, 0, "BarChart");
+    qmlRegisterType<PieChartItem>(kControlsUri, 1, 0, "PieChart");
+    qmlRegisterType<PlotItem>(kControlsUri, 1, 0, "Plot");
 }
 
 void RegisterAtStartup()

@@ -130,11 +130,28 @@ private Q_SLOTS:
         Hover(&item, QEvent::HoverMove, first);
         QCOMPARE(item.hoveredIndex(), 0);
         const QImage hover = Render(&widget, ratio);
+        // The hovered section stands 2 px out above and below the bar (8 to 16).
+        const auto alpha = [&hover, ratio, &first](int y) { return hover.pixelColor(QPoint(int(first.x()), y) * ratio).alpha(); };
+        QCOMPARE(QVector<int>({alpha(4), alpha(6), alpha(17), alpha(19)}), QVector<int>({0, 255, 255, 0}));
         QVERIFY(hover != picture);
         QCOMPARE(Paint(item, ratio), hover);
         Hover(&item, QEvent::HoverLeave, {});
         QCOMPARE(item.hoveredIndex(), -1);
         QCOMPARE(hovered.lines.size(), 2);
+    }
+
+    // Legends are plain text: markup shows as it is written.
+    void legendIsPlainText()
+    {
+        BarChartItem item;
+        item.setLegendFont(TestFont(12));
+        item.setPercents({50, 50});
+        item.setLegends({QStringLiteral("<u></u>"), QStringLiteral("b")});
+        item.setSize(QSizeF(300, 60));
+        const QImage image = Paint(item, 1.0);
+        QImage blank(image.size(), image.format());
+        blank.fill(Qt::transparent);
+        QVERIFY(TestSupport::Changed(image, blank, QRect(20, 24, 100, 20)).width() > 10);
     }
 
     void pieChart_data()

@@ -159,12 +159,14 @@ private Q_SLOTS:
         QTest::addColumn<QVector<int>>("valueMaximumHoleBorder");
         QTest::addColumn<QSize>("size");
         QTest::addColumn<qreal>("ratio");
-        QTest::newRow("a quarter") << QVector<int>{25, 100, -10, 2} << QSize(100, 100) << 1.0;
-        QTest::newRow("nothing") << QVector<int>{0, 100, -10, 2} << QSize(100, 100) << 2.0;
-        QTest::newRow("above the maximum, tall") << QVector<int>{150, 100, -10, 2} << QSize(80, 120) << 1.0;
-        QTest::newRow("no hole") << QVector<int>{25, 100, 0, 2} << QSize(100, 100) << 2.0;
-        QTest::newRow("30 px hole, wide") << QVector<int>{70, 200, 30, 3} << QSize(200, 100) << 1.0;
-        QTest::newRow("no outline") << QVector<int>{66, 100, -50, 0} << QSize(64, 64) << 1.0;
+        // red: a point of the slice or of its outline (the edge at 3 o'clock of a quarter).
+        QTest::addColumn<QPoint>("red");
+        QTest::newRow("a quarter") << QVector<int>{25, 100, -10, 2} << QSize(100, 100) << 1.0 << QPoint(70, 50);
+        QTest::newRow("nothing") << QVector<int>{0, 100, -10, 2} << QSize(100, 100) << 2.0 << QPoint(50, 2);
+        QTest::newRow("above the maximum, tall") << QVector<int>{150, 100, -10, 2} << QSize(80, 120) << 1.0 << QPoint(40, 20);
+        QTest::newRow("no hole") << QVector<int>{25, 100, 0, 2} << QSize(100, 100) << 2.0 << QPoint(70, 50);
+        QTest::newRow("30 px hole, wide") << QVector<int>{70, 200, 30, 3} << QSize(200, 100) << 1.0 << QPoint(65, 24);
+        QTest::newRow("no outline") << QVector<int>{66, 100, -50, 0} << QSize(64, 64) << 1.0 << QPoint(56, 32);
     }
     void pieChart()
     {
@@ -189,7 +191,10 @@ private Q_SLOTS:
         item.setMaximum(valueMaximumHoleBorder[1]);
         item.setInnerSize(valueMaximumHoleBorder[2]);
         item.setBorderWidth(valueMaximumHoleBorder[3]);
-        QCOMPARE(Paint(item, ratio), Render(&widget, ratio));
+        const QImage picture = Paint(item, ratio);
+        QCOMPARE(picture, Render(&widget, ratio));
+        QFETCH(QPoint, red);
+        QCOMPARE(picture.pixelColor(red * ratio), QColor(Qt::red));
         // The ring is kept painted: a new value and a new ring colour must still show.
         widget.setValue(valueMaximumHoleBorder[0] + 10);
         item.setValue(valueMaximumHoleBorder[0] + 10);

@@ -76,16 +76,17 @@ private Q_SLOTS:
         QTest::addColumn<bool>("shading");
         QTest::addColumn<QSize>("size");
         QTest::addColumn<qreal>("ratio");
+        QTest::addColumn<int>("font");
         QTest::newRow("legend") << "30 30 40" << "#ff0000 #00ff00 #0000ff" << QStringList()
-                                << QStringList{"Alpha", "Beta", "Tail\nsecond"} << false << QSize(301, 80) << 1.0;
+                                << QStringList{"Alpha", "Beta", "Tail\nsecond"} << false << QSize(301, 80) << 1.0 << 12;
         QTest::newRow("legend, ratio 2") << "30 30 40" << "#ff0000 #00ff00 #0000ff" << QStringList()
-                                         << QStringList{"Alpha", "Beta<br>two", "Tail"} << true << QSize(251, 80) << 2.0;
+                                         << QStringList{"Alpha", "Beta<br>two", "Tail"} << true << QSize(251, 80) << 2.0 << 20;
         QTest::newRow("texts, no legend") << "50 1 49" << "#fafafa #ffff00 #0000ff" << QStringList{"", "WWWWWWWW", "x"}
-                                          << QStringList() << true << QSize(201, 40) << 1.0;
+                                          << QStringList() << true << QSize(201, 40) << 1.0 << 12;
         QTest::newRow("more colours than sections") << "60 40" << "#808080 #123456 #abcdef" << QStringList()
                                                     << QStringList{QString(60, QLatin1Char('i')), "b"} << false
-                                                    << QSize(201, 90) << 1.0;
-        QTest::newRow("one") << "100" << "#ff00ff" << QStringList() << QStringList{"Only"} << false << QSize(150, 60) << 2.0;
+                                                    << QSize(201, 90) << 1.0 << 16;
+        QTest::newRow("one") << "100" << "#ff00ff" << QStringList() << QStringList{"Only"} << false << QSize(150, 60) << 2.0 << 12;
     }
     // The same lists give the same picture, and so does hovering the first section.
     void barChart()
@@ -97,8 +98,9 @@ private Q_SLOTS:
         QFETCH(bool, shading);
         QFETCH(QSize, size);
         QFETCH(qreal, ratio);
+        QFETCH(int, font);
         BarChart widget;
-        widget.setLegendFont(TestFont(12));
+        widget.setLegendFont(TestFont(font));
         widget.setPercentList(Words(qPrintable(percents)));
         widget.setColorList(Words(qPrintable(colors)));
         widget.setTextList(texts);
@@ -110,7 +112,7 @@ private Q_SLOTS:
         widget.SetLegendLineColors({Qt::darkGreen, Qt::blue}, Qt::magenta);
         widget.resize(size);
         BarChartItem item;
-        item.setLegendFont(TestFont(12));
+        item.setLegendFont(TestFont(font));
         item.setPercents(Variants(Words(qPrintable(percents))));
         item.setColors(Variants(Words(qPrintable(colors))));
         item.setTexts(texts);
@@ -310,8 +312,8 @@ private Q_SLOTS:
         QTest::newRow("bar percents") << "BarChart { percents: [30, -5, NaN, 'x', 0, 40] }"
                                       << QStringList{"3 BarChart: 3 of the percents are not numbers from 0 to 1e6, the first at 1 (\"-5\"); they are left out"}
                                       << "sections 2";
-        QTest::newRow("bar lists longer") << "BarChart { percents: [40, 40]; colors: ['red', 'blue', 'green']; legends: ['a', 'b', 'c', 'd'] }"
-                                          << QStringList{"3 BarChart: colors has 3, legends has 4 entries for 2 sections; the extra entries add sections of 10 %"}
+        QTest::newRow("bar lists longer") << "BarChart { percents: [40, 40]; colors: ['red', 'blue', 'green']; texts: ['a', 'b', 'c']; legends: ['a', 'b', 'c', 'd'] }"
+                                          << QStringList{"3 BarChart: colors has 3, texts has 3, legends has 4 entries for 2 sections; the extra entries add sections of 10 %"}
                                           << "sections 4";
         QTest::newRow("bar colours") << "BarChart { percents: [50, 50]; colors: ['red', 'nocolour'] }"
                                      << QStringList{"3 BarChart: 1 of the colors are no colours, the first at 1 (\"nocolour\")"}
@@ -356,7 +358,7 @@ private Q_SLOTS:
         if (parts[0] == QLatin1String("sections")) {
             auto* bar = qobject_cast<BarChartItem*>(item.get());
             const LogCapture::Mark again;
-            bar->setTexts({QStringLiteral("t")}); // still mismatched as before: not told again
+            bar->setTooltips({QStringLiteral("t")}); // still mismatched as before: not told again
             QCOMPARE(again.Texts(), QStringList());
             QCOMPARE(SectionCount(*bar), parts[1].toInt());
         } else {

@@ -27,7 +27,7 @@ PlotItem::PlotItem(QQuickItem* parent)
     m_pollTimer.setInterval(kDefaultPolling);
     m_refreshTimer.setInterval(kRefreshInterval);
     connect(&m_pollTimer, &QTimer::timeout, this, &PlotItem::Sample);
-    connect(&m_refreshTimer, &QTimer::timeout, this, [this] { update(); });
+    connect(&m_refreshTimer, &QTimer::timeout, this, &PlotItem::Repaint);
 }
 
 PlotItem::~PlotItem() = default;
@@ -47,7 +47,7 @@ void PlotItem::setValue(int value)
         return;
     m_painter->previousValue = m_painter->value;
     m_painter->value = value;
-    update();
+    Repaint();
     Q_EMIT valueChanged();
 }
 
@@ -70,7 +70,7 @@ void PlotItem::setRadius(int radius)
     if (radius == m_painter->radius)
         return;
     m_painter->radius = radius;
-    update();
+    Repaint();
     Q_EMIT radiusChanged();
 }
 
@@ -84,7 +84,7 @@ void PlotItem::setShowPoly(bool show)
     if (show == m_painter->showPoly)
         return;
     m_painter->showPoly = show;
-    update();
+    Repaint();
     Q_EMIT showPolyChanged();
 }
 
@@ -98,7 +98,7 @@ void PlotItem::setBrushColor(const QColor& color)
     if (color == m_painter->brushColor)
         return;
     m_painter->brushColor = color;
-    update();
+    Repaint();
     Q_EMIT brushColorChanged();
 }
 
@@ -112,7 +112,7 @@ void PlotItem::setUseShading(bool shading)
     if (shading == m_painter->useShading)
         return;
     m_painter->useShading = shading;
-    update();
+    Repaint();
     Q_EMIT useShadingChanged();
 }
 
@@ -131,7 +131,7 @@ void PlotItem::setMinValue(int value)
     if (value == m_painter->minValue)
         return;
     m_painter->minValue = value;
-    update();
+    Repaint();
     Q_EMIT minValueChanged();
 }
 
@@ -149,7 +149,7 @@ void PlotItem::setPointsOnScreen(int points)
     if (points == m_painter->pointsOnScreen)
         return;
     m_painter->pointsOnScreen = points;
-    update();
+    Repaint();
     Q_EMIT pointsOnScreenChanged();
 }
 
@@ -184,7 +184,7 @@ void PlotItem::setPolling(bool polling)
     else
         m_pollTimer.stop();
     UpdateRefresh(window());
-    update();
+    Repaint();
     Q_EMIT pollingChanged();
 }
 
@@ -194,7 +194,7 @@ void PlotItem::clear()
     m_painter->previousValue = m_painter->value;
     m_painter->value = 0;
     m_painter->history.clear();
-    update();
+    Repaint();
     Q_EMIT historyChanged();
     if (valueChanges)
         Q_EMIT valueChanged();
@@ -207,7 +207,7 @@ void PlotItem::Sample()
     m_painter->previousValue = m_painter->value;
     const bool valueChanges = m_painter->value != 0;
     m_painter->value = 0;
-    update();
+    Repaint();
     Q_EMIT historyChanged();
     if (valueChanges)
         Q_EMIT valueChanged();
@@ -231,16 +231,19 @@ void PlotItem::itemChange(ItemChange change, const ItemChangeData& data)
     QQuickPaintedItem::itemChange(change, data);
 }
 
-qreal PlotItem::Progress() const
+// The period's progress is read here, in the item's thread: a timer tells its remaining
+// time only there, and paint() may run in the scene graph's thread.
+void PlotItem::Repaint()
 {
+    m_progress = 1.0;
     if (m_pollTimer.isActive() && m_pollTimer.interval() > 0)
-        return qreal(m_pollTimer.remainingTime()) / m_pollTimer.interval();
-    return 1.0;
+        m_progress = qreal(m_pollTimer.remainingTime()) / m_pollTimer.interval();
+    update();
 }
 
 void PlotItem::paint(QPainter* painter)
 {
-    m_painter->Paint(*painter, size().toSize(), Progress());
+    m_painter->Paint(*painter, size().toSize(), m_progress);
 }
 
 } // namespace OrvantaQT

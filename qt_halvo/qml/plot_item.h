@@ -79,11 +79,12 @@ protected:
 private:
     void Sample();
     void UpdateRefresh(const QQuickWindow* window);
-    qreal Progress() const;
+    void Repaint();
 
     std::unique_ptr<PlotPainter> m_painter;
     QTimer m_pollTimer;
     QTimer m_refreshTimer;
+    qreal m_progress = 1.0;
 };
 
 } // namespace OrvantaQT

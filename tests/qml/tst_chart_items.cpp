@@ -245,6 +245,26 @@ private Q_SLOTS:
         QCOMPARE(Paint(item, 1.0), Render(&widget));
     }
 
+    // Polling samples the counter into the history, each period from 0; a paused plot keeps it.
+    void plotPolls()
+    {
+        PlotItem item;
+        TestSupport::SignalLog log(&item, {"historyChanged()", "valueChanged()", "pollingChanged()"});
+        item.setPollingTimeout(100);
+        item.setPolling(true);
+        item.setValue(9);
+        const int size = item.history().size();
+        QTRY_VERIFY(item.history().size() > size);
+        QCOMPARE(item.history().at(size), 9);
+        QCOMPARE(item.value(), 0);
+        item.setPolling(false);
+        QCOMPARE(log.lines.mid(0, 4), Words("pollingChanged() valueChanged() historyChanged() valueChanged()"));
+        QCOMPARE(log.lines.last(), QStringLiteral("pollingChanged()"));
+        const QList<int> kept = item.history();
+        QTest::qWait(250);
+        QCOMPARE(item.history(), kept);
+    }
+
     void repaints_data()
     {
         QTest::addColumn<QString>("qml");

@@ -17,8 +17,8 @@ struct BarChartPainter;
 // BarChart for QML ("BarChart" of Orvanta.Controls 1.0), drawn by the same code as the
 // widget: one stacked bar of sections sized in percent, a legend under it, hovering a
 // section or its legend entry highlights it. The sections come from the lists as the
-// widget's setters make them, applied in this order: percents (the positive ones, in
-// order), then colors, texts, tooltips, textColors and legends (a longer list adds
+// widget's setters make them, applied in this order: percents (the positive ones,
+// rounded, in order), then colors, texts, tooltips, textColors and legends (a longer list adds
 // sections of 10 %, told in the log). Colours may be colour values or names. The legend
 // font also writes the texts inside the sections. The implicit height is what the bar
 // and legend need.

@@ -265,6 +265,27 @@ private Q_SLOTS:
         QCOMPARE(item.history(), kept);
     }
 
+    // While polling the graph slides: frames come one after the other, while it is shown.
+    void plotSlidesWhileShown()
+    {
+        QQuickWindow window;
+        window.resize(100, 50);
+        PlotItem plot(window.contentItem());
+        plot.setSize(QSizeF(100, 50));
+        plot.setPollingTimeout(100000);
+        plot.setPolling(true);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        int frames = 0;
+        connect(&window, &QQuickWindow::frameSwapped, this, [&frames] { ++frames; });
+        QTRY_VERIFY(frames >= 5);
+        plot.setVisible(false);
+        QTRY_VERIFY(!window.grabWindow().isNull());
+        const int hidden = frames;
+        QTest::qWait(200);
+        QCOMPARE(frames, hidden);
+    }
+
     void repaints_data()
     {
         QTest::addColumn<QString>("qml");
@@ -352,6 +373,7 @@ private Q_SLOTS:
                                      << "radius 0";
         QTest::newRow("plot range") << "Plot { minValue: 0 }" << QStringList{"3 Plot: minValue 0 is below 1; 1 is used"}
                                     << "minValue 1";
+        QTest::newRow("plot least range") << "Plot { minValue: 1 }" << QStringList() << "minValue 1";
         QTest::newRow("plot points") << "Plot { pointsOnScreen: -2 }"
                                      << QStringList{"3 Plot: pointsOnScreen -2 is negative; 0 is used"} << "pointsOnScreen 0";
         QTest::newRow("plot period") << "Plot { pollingTimeout: 0 }"

@@ -51,6 +51,9 @@
 #include <qt_halvo/layouts/tool_tip_position_handler.h>
 #include <qt_halvo/layouts/universal_layout.h>
 #include <qt_halvo/qml/qml_modules.h>
+#include <qt_halvo/qml/bar_chart_item.h>
+#include <qt_halvo/qml/pie_chart_item.h>
+#include <qt_halvo/qml/plot_item.h>
 #include <qt_halvo/application/application.h>
 #include <qt_halvo/application/inter_process_event.h>
 #include <qt_halvo/application/run_async.h>

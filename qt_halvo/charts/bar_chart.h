@@ -12,6 +12,8 @@
 
 namespace OrvantaQT {
 
+struct BarChartPainter;
+
 // One section of a BarChart.
 struct QT_HALVO_EXPORT BarInfo
 {
@@ -109,45 +111,11 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    template <typename Apply>
-    void ApplyList(const QStringList& list, Apply apply);
     template <typename Field>
     QStringList Quoted(Field field) const;
-    void UpdateTotalHeight();
-    int LegendHeight(const QFontMetrics& metrics) const;
-    void UpdateSectionRects();
-    void UpdateTextRects();
-    QColor ColorOf(int key, const BarInfo& info) const;
-    void PaintChart(QPainter& painter);
-    void PaintLegend(QPainter& painter);
-    struct LegendLayout;
-    void LayOutLegend(const QFont& painterFont, int height);
-    void LayOutLegendPart(const QRectF& rect, int key, const BarInfo& info, QFont* currentFont);
-    void PaintLegendParts(QPainter& painter);
-    void InvalidateLegend();
-    int DrawElidedText(QPainter& painter, const QRectF& rect, const QString& text, const QColor& color, const QFont& font);
 
-    int m_legendHeight = 0;
-    int m_chartHeight = 8;
-    int m_legendGap = 8;
-    bool m_showLegend = true;
-    QFont m_legendFont;
-    int m_borderWidth = 1;
-    QColor m_borderColor = Qt::black;
-    std::map<int, BarInfo> m_barInfos;
-    std::map<int, QRectF> m_sectionRects;
-    std::map<int, QRectF> m_textRects;
-    std::map<int, QRect> m_legendRects;
-    int m_legendLineCount = 2;
-    int m_totalHeight = 0;
-    int m_legendMarkerOffset = 4;
-    int m_legendMarkerSize = 8;
-    QList<QColor> m_legendLineColors;
-    QColor m_inactiveLegendColor;
-    bool m_useShading = false;
-    int m_hoveredIndex = -1;
-    // The legend's geometry and elided, shaped texts; only its colours follow the hover.
-    std::unique_ptr<LegendLayout> m_legend;
+    // What is drawn, shared with the QML BarChart.
+    std::unique_ptr<BarChartPainter> m_painter;
 };
 
 } // namespace OrvantaQT

@@ -8,7 +8,11 @@
 #include <QtGui/QPixmap>
 #include <QtWidgets/QWidget>
 
+#include <memory>
+
 namespace OrvantaQT {
+
+struct PieChartPainter;
 
 // One value against a maximum as a ring: a slice from 12 o'clock, clockwise, filled with
 // the palette's window text over a ring in the palette's window colour, so style sheets
@@ -28,6 +32,7 @@ class QT_HALVO_EXPORT PieChart : public QWidget
 
 public:
     explicit PieChart(QWidget* parent = nullptr);
+    ~PieChart() override;
 
     int value() const;
     int maximum() const;
@@ -59,26 +64,10 @@ protected:
 
 private:
     void Invalidate(bool geometry);
-    void BuildPaths() const;
-    QPen Pen() const;
-    QLineF RadialEdge(qreal angle) const;
-    void PaintRing();
 
-    int m_value = 0;
-    int m_maximum = 100;
-    int m_borderWidth = 2;
     QColor m_borderColor = Qt::black;
-    int m_innerSize = -10;
-    // Rebuilt when a property or the size changes, not per paint; a new value rebuilds
-    // only the slice.
-    mutable QPainterPath m_ring;
-    mutable QPainterPath m_slice;
-    mutable QLineF m_sliceEdges[2];
-    mutable QRectF m_outer;
-    mutable QRectF m_hole;
-    mutable bool m_ringValid = false;
-    QPixmap m_ringPicture; // the ring as painted; null when it must be painted again
-    mutable bool m_sliceValid = false;
+    // What is drawn, shared with the QML PieChart.
+    std::unique_ptr<PieChartPainter> m_painter;
 };
 
 } // namespace OrvantaQT

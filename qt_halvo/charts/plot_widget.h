@@ -9,7 +9,11 @@
 #include <QtGui/QPolygonF>
 #include <QtWidgets/QWidget>
 
+#include <memory>
+
 namespace OrvantaQT {
+
+struct PlotPainter;
 
 // A scrolling activity graph: a counter (value) is sampled into a history every polling
 // period, and the newest samples are drawn as a filled polygon with rounded corners that
@@ -28,6 +32,7 @@ class QT_HALVO_EXPORT PlotWidget : public QWidget
 
 public:
     explicit PlotWidget(QWidget* parent = nullptr);
+    ~PlotWidget() override;
 
     int radius() const;
     bool showPoly() const;
@@ -76,18 +81,10 @@ private Q_SLOTS:
     void onRefresh();
 
 private:
-    void Paint(QPainter& painter);
-    QPolygonF Map(const QPolygonF& polygon, qreal progress) const;
+    qreal Progress() const;
 
-    QList<int> m_history{0, 2, 5, 3, 1, 5, 3, 3, 1, 4, 2, 0, 2, 5, 1, 0};
-    int m_radius = 10;
-    bool m_showPoly = false;
-    QColor m_brushColor = Qt::transparent;
-    bool m_useShading = false;
-    int m_value = 0;
-    int m_previousValue = 0;
-    int m_minValue = 10;
-    int m_pointsOnScreen = 10;
+    // What is drawn, shared with the QML Plot.
+    std::unique_ptr<PlotPainter> m_painter;
     QTimer m_pollTimer;
     QTimer m_refreshTimer;
 };

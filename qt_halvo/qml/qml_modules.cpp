@@ -2,6 +2,10 @@
 
 #include "qml_style_bridge_p.h"
 
+#include <qt_halvo/qml/bar_chart_item.h>
+#include <qt_halvo/qml/pie_chart_item.h>
+#include <qt_halvo/qml/plot_item.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtQml/QQmlEngine>
 #include <QtQml/qqml.h>
@@ -24,6 +28,9 @@ void RegisterTypes()
     });
     // The versions exist even where a module's own types are all QML files.
     qmlRegisterModule(kControlsUri, 1, 0);
+    qmlRegisterType<BarChartItem>(kControlsUri, 1, 0, "BarChart");
+    qmlRegisterType<PieChartItem>(kControlsUri, 1, 0, "PieChart");
+    qmlRegisterType<PlotItem>(kControlsUri, 1, 0, "Plot");
 }
 
 void RegisterAtStartup()

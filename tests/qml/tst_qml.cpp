@@ -21,6 +21,8 @@ public Q_SLOTS:
 
 int main(int argc, char** argv)
 {
+    // Tests read the controls' sources and the gallery's colour files through XMLHttpRequest.
+    qputenv("QML_XHR_ALLOW_FILE_READ", "1");
     // Before any window: no OpenGL on the test's X server.
     QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
     // The widget charts are drawn beside their items: a widget application.

@@ -1,9 +1,12 @@
 #include "gallery_pages.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QTimer>
 #include <QtCore/QtMath>
+#include <QtGui/QResizeEvent>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
 #include <QtQuickWidgets/QQuickWidget>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QScrollArea>
@@ -15,6 +18,7 @@ QString Translate(const char* text)
 {
     return QCoreApplication::translate("QmlPage", text);
 }
+
 
 // One section's QML, as tall as its content; all sections share the page's engine.
 QQuickWidget* CreateQuickSection(QQmlEngine* engine, const QString& file, QWidget* parent)
@@ -29,11 +33,22 @@ QQuickWidget* CreateQuickSection(QQmlEngine* engine, const QString& file, QWidge
         for (const QQmlError& error : quick->errors())
             qWarning("%s", qPrintable(error.toString()));
     }
-    // The root item's implicit height is what the section needs; its width follows the page.
+    // The root item's implicit height is what the section needs, exactly; its width
+    // follows the page.
     if (QQuickItem* root = quick->rootObject()) {
-        const auto fit = [quick, root] { quick->setMinimumHeight(qCeil(root->implicitHeight())); };
+        const auto fit = [quick, root] { quick->setFixedHeight(qCeil(root->implicitHeight())); };
         QObject::connect(root, &QQuickItem::implicitHeightChanged, quick, fit);
         fit();
+        // With the software renderer a QQuickWidget resized while its page is hidden keeps
+        // the picture of its first size, and shows the scene cut short: once the new size
+        // is in place it is told again.
+        const auto follow = [quick] {
+            QTimer::singleShot(0, quick, [quick] {
+                QResizeEvent resize(quick->size(), QSize());
+                QCoreApplication::sendEvent(quick, &resize);
+            });
+        };
+        QObject::connect(root, &QQuickItem::heightChanged, quick, follow);
     }
     return quick;
 }
@@ -56,6 +71,23 @@ QWidget* CreateQmlPage()
          QT_TRANSLATE_NOOP("QmlPage", "The Colors singleton is the colour table of the style sheet, kept in step: switch "
                                       "the theme and every binding follows without loading the QML again."),
          "StylesSection.qml"},
+        {"QmlControlsSection", QT_TRANSLATE_NOOP("QmlPage", "Buttons and input"),
+         QT_TRANSLATE_NOOP("QmlPage", "Orvanta.Controls on Qt Quick's templates: no Qt Quick Controls style is involved, "
+                                      "so a style chosen from outside changes nothing. The search field starts a "
+                                      "search a second after typing stops."),
+         "ControlsSection.qml"},
+        {"QmlProgressSection", QT_TRANSLATE_NOOP("QmlPage", "Busy, progress and a collapsing pane"),
+         QT_TRANSLATE_NOOP("QmlPage", "The busy ring turns only while it can be seen; the pane moves as the collapsing "
+                                      "pane widget does."),
+         "ProgressSection.qml"},
+        {"QmlNotificationsSection", QT_TRANSLATE_NOOP("QmlPage", "Notifications and toasts"),
+         QT_TRANSLATE_NOOP("QmlPage", "NotificationBar and Toast behave as NotificationWidget and PopupMessage: toasts "
+                                      "queue, count repeats and pause their time-out under the pointer."),
+         "NotificationsSection.qml"},
+        {"QmlChartsSection", QT_TRANSLATE_NOOP("QmlPage", "Charts"),
+         QT_TRANSLATE_NOOP("QmlPage", "BarChart, PieChart and Plot are the chart widgets' own painting in QML items: "
+                                      "the same data gives the same pixels."),
+         "ChartsSection.qml"},
     };
     for (const auto& section : sections) {
         scrolling.layout->addWidget(CreateSection(section.objectName, Translate(section.title), Translate(section.text),
@@ -73,7 +105,20 @@ QVector<GalleryMoment> QmlPageMoments()
         if (auto* themeSwitch = page->window()->findChild<QAbstractButton*>(QStringLiteral("ThemeSwitch")))
             themeSwitch->click();
     };
+    // The collapsing pane, folded: the picture is taken on its way.
+    const auto foldPane = [](QWidget* page) {
+        for (auto* quick : page->findChildren<QQuickWidget*>()) {
+            if (QObject* pane = quick->rootObject() ? quick->rootObject()->findChild<QObject*>(QStringLiteral("DetailsPane"))
+                                                    : nullptr)
+                QMetaObject::invokeMethod(pane, "toggle");
+        }
+    };
     return {
+        {QStringLiteral("controls"), [](QWidget* page) { ScrollTo(page, "QmlControlsSection"); }, 200},
+        {QStringLiteral("progress"), [](QWidget* page) { ScrollTo(page, "QmlProgressSection"); }, 200},
+        {QStringLiteral("pane_moving"), foldPane, 250},
+        {QStringLiteral("notifications"), [](QWidget* page) { ScrollTo(page, "QmlNotificationsSection"); }, 400},
+        {QStringLiteral("charts"), [](QWidget* page) { ScrollTo(page, "QmlChartsSection"); }, 1200},
         {QStringLiteral("switched"), switchTheme, 300},
         {QStringLiteral("switched_back"), switchTheme, 300},
     };

@@ -70,6 +70,17 @@ class BenchQml : public QObject
     QTemporaryDir m_dir;
 
 private Q_SLOTS:
+    void initTestCase()
+    {
+        // The colours the controls read, as a theme gives them.
+        const QString colors = m_dir.filePath(QStringLiteral("theme.json"));
+        QFile out(colors);
+        QVERIFY(out.open(QIODevice::WriteOnly));
+        out.write("{\"windowBackground\": \"#f4f5f7\", \"panelBackground\": \"#ffffff\", \"hoverBackground\": \"#e6eef8\", \"borderColor\": \"#d0d4da\", \"primaryText\": \"#1d2330\", \"mutedText\": \"#6b7280\", \"accentColor\": \"#1f7ad4\", \"accentText\": \"#ffffff\", \"informationBackground\": \"#d6eaf8\", \"positiveBackground\": \"#d5f0dd\", \"warningBackground\": \"#fdebd0\", \"errorBackground\": \"#f8d7da\", \"notificationText\": \"#1d2330\", \"pressedBackground\": \"#cfdff2\", \"disabledText\": \"#a0a6b0\", \"focusFrame\": \"#1f7ad4\", \"progressTrack\": \"#e2e5ea\"}");
+        out.close();
+        OrvantaQT::LoadGlobalStyleSheet(m_dir.filePath(QStringLiteral("none.qss")), colors);
+    }
+
     void firstFrame()
     {
         const QByteArray ours = Window("import Orvanta.Controls 1.0\n");

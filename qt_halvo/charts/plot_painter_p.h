@@ -14,6 +14,11 @@ namespace OrvantaQT {
 // slid left by the polling period's progress (1 when it is over or not running).
 struct PlotPainter
 {
+    // The live point moves at about 60 frames a second between samples taken every
+    // pollingTimeout milliseconds; the widget and the item time them alike.
+    static constexpr int kRefreshInterval = 17;
+    static constexpr int kDefaultPolling = 5000;
+
     QList<int> history{0, 2, 5, 3, 1, 5, 3, 3, 1, 4, 2, 0, 2, 5, 1, 0};
     int radius = 10;
     bool showPoly = false;

@@ -8,19 +8,12 @@
 
 namespace OrvantaQT {
 
-namespace {
-
-constexpr int kRefreshInterval = 17;
-constexpr int kDefaultPolling = 5000;
-
-} // namespace
-
 PlotWidget::PlotWidget(QWidget* parent)
     : QWidget(parent)
     , m_painter(new PlotPainter)
 {
-    m_pollTimer.setInterval(kDefaultPolling);
-    m_refreshTimer.setInterval(kRefreshInterval);
+    m_pollTimer.setInterval(PlotPainter::kDefaultPolling);
+    m_refreshTimer.setInterval(PlotPainter::kRefreshInterval);
 }
 
 PlotWidget::~PlotWidget() = default;
@@ -175,7 +168,7 @@ void PlotWidget::setPollingTimeout(int timeout)
 
 void PlotWidget::resetPollingTimeout()
 {
-    setPollingTimeout(kDefaultPolling);
+    setPollingTimeout(PlotPainter::kDefaultPolling);
 }
 
 void PlotWidget::startPolling(bool enable)
@@ -189,7 +182,7 @@ void PlotWidget::startPolling(bool enable)
     connect(&m_pollTimer, &QTimer::timeout, this, &PlotWidget::onTimer, Qt::UniqueConnection);
     m_pollTimer.start();
     connect(&m_refreshTimer, &QTimer::timeout, this, &PlotWidget::onRefresh, Qt::UniqueConnection);
-    m_refreshTimer.start(kRefreshInterval);
+    m_refreshTimer.start(PlotPainter::kRefreshInterval);
 }
 
 void PlotWidget::onTimer()

@@ -12,8 +12,6 @@ namespace OrvantaQT {
 
 namespace {
 
-constexpr int kRefreshInterval = 17;
-constexpr int kDefaultPolling = 5000;
 constexpr int kImplicitWidth = 200;
 constexpr int kImplicitHeight = 60;
 
@@ -24,8 +22,8 @@ PlotItem::PlotItem(QQuickItem* parent)
     , m_painter(new PlotPainter)
 {
     setImplicitSize(kImplicitWidth, kImplicitHeight);
-    m_pollTimer.setInterval(kDefaultPolling);
-    m_refreshTimer.setInterval(kRefreshInterval);
+    m_pollTimer.setInterval(PlotPainter::kDefaultPolling);
+    m_refreshTimer.setInterval(PlotPainter::kRefreshInterval);
     connect(&m_pollTimer, &QTimer::timeout, this, &PlotItem::Sample);
     connect(&m_refreshTimer, &QTimer::timeout, this, &PlotItem::Repaint);
 }

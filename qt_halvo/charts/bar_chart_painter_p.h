@@ -17,6 +17,9 @@ namespace OrvantaQT {
 // Font metrics are taken for `device` (the widget, or none for the screen's).
 struct BarChartPainter
 {
+    // The bar starts this far down; the legend under it reaches as much below totalHeight.
+    static constexpr int kBarTop = 8;
+
     BarChartPainter();
     ~BarChartPainter();
 

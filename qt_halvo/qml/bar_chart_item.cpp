@@ -322,7 +322,8 @@ void BarChartItem::Rebuild()
 void BarChartItem::Resize()
 {
     m_painter->UpdateTotalHeight(nullptr);
-    setImplicitSize(kImplicitWidth, m_painter->totalHeight);
+    // Unlike the widget's size hint, room for the whole legend.
+    setImplicitSize(kImplicitWidth, m_painter->totalHeight + (m_painter->showLegend ? BarChartPainter::kBarTop : 0));
 }
 
 void BarChartItem::SetHovered(int index)

@@ -17,15 +17,13 @@ Rectangle {
         spacing: 24
 
         BarChart {
-            width: 260
-            percents: [45, 30, 25]
+            width: 320
+            chartHeight: 20
+            percents: [45, 35, 20]
             colors: [Colors.accentColor, Colors.positiveBackground, Colors.warningBackground]
-            textColors: [Colors.accentText, Colors.primaryText, Colors.primaryText]
-            texts: ["45 %", "30 %", "25 %"]
             legends: [qsTr("Photos"), qsTr("Music"), qsTr("Other")]
             legendLineColors: [Colors.accentColor, Colors.positiveBackground, Colors.warningBackground]
             borderColor: Colors.borderColor
-            legendFont.pixelSize: 12
         }
         PieChart {
             width: 90
@@ -36,7 +34,7 @@ Rectangle {
         }
         Plot {
             id: plot
-            width: 220
+            width: 150
             height: 80
             brushColor: Colors.accentColor
             polling: true

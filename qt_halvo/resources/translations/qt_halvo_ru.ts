@@ -2,6 +2,22 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU">
 <context>
+    <name>BusyIndicatorRing</name>
+    <message>
+        <location filename="../../qml/Orvanta/Controls/BusyIndicatorRing.qml" line="+26"/>
+        <source>Busy</source>
+        <translation type="unfinished">Занят</translation>
+    </message>
+</context>
+<context>
+    <name>NotificationBar</name>
+    <message>
+        <location filename="../../qml/Orvanta/Controls/NotificationBar.qml" line="+131"/>
+        <source>Close</source>
+        <translation type="unfinished">Закрыть</translation>
+    </message>
+</context>
+<context>
     <name>OrvantaQT::BusyIndicatorRing</name>
     <message>
         <location filename="../../animation/busy_indicator_ring.cpp" line="+41"/>
@@ -48,7 +64,7 @@
 <context>
     <name>OrvantaQT::FilePreviewProvider</name>
     <message>
-        <location filename="../../images/file_preview_provider.cpp" line="+92"/>
+        <location filename="../../images/file_preview_provider.cpp" line="+110"/>
         <source>No size to draw a preview at</source>
         <translation>Не задан размер для эскиза</translation>
     </message>
@@ -79,12 +95,12 @@
 <context>
     <name>OrvantaQT::NetworkImageLabel</name>
     <message>
-        <location filename="../../images/network_image_label.cpp" line="+77"/>
+        <location filename="../../images/network_image_label.cpp" line="+72"/>
         <source>No loader for pictures</source>
         <translation>Нет загрузчика изображений</translation>
     </message>
     <message>
-        <location line="+100"/>
+        <location line="+97"/>
         <source>Not a valid address</source>
         <translation>Недопустимый адрес</translation>
     </message>
@@ -145,7 +161,7 @@
 <context>
     <name>OrvantaQT::TableView</name>
     <message>
-        <location filename="../../views/table_view.cpp" line="+195"/>
+        <location filename="../../views/table_view.cpp" line="+202"/>
         <source>No items</source>
         <translation>Нет элементов</translation>
     </message>
@@ -193,6 +209,33 @@
         <location line="+1"/>
         <source>Cancel</source>
         <translation>Отмена</translation>
+    </message>
+</context>
+<context>
+    <name>SearchField</name>
+    <message>
+        <location filename="../../qml/Orvanta/Controls/SearchField.qml" line="+36"/>
+        <location line="+46"/>
+        <source>Search</source>
+        <translation>Поиск</translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>Clear search</source>
+        <translation>Очистить поиск</translation>
+    </message>
+</context>
+<context>
+    <name>Toast</name>
+    <message>
+        <location filename="../../qml/Orvanta/Controls/Toast.qml" line="+269"/>
+        <source>×%1</source>
+        <translation type="unfinished">×%1</translation>
+    </message>
+    <message>
+        <location line="+30"/>
+        <source>Close</source>
+        <translation type="unfinished">Закрыть</translation>
     </message>
 </context>
 </TS>

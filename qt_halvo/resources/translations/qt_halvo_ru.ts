@@ -6,7 +6,7 @@
     <message>
         <location filename="../../qml/Orvanta/Controls/BusyIndicatorRing.qml" line="+26"/>
         <source>Busy</source>
-        <translation type="unfinished">Занят</translation>
+        <translation>Занято</translation>
     </message>
 </context>
 <context>
@@ -14,7 +14,7 @@
     <message>
         <location filename="../../qml/Orvanta/Controls/NotificationBar.qml" line="+131"/>
         <source>Close</source>
-        <translation type="unfinished">Закрыть</translation>
+        <translation>Закрыть</translation>
     </message>
 </context>
 <context>
@@ -230,12 +230,12 @@
     <message>
         <location filename="../../qml/Orvanta/Controls/Toast.qml" line="+269"/>
         <source>×%1</source>
-        <translation type="unfinished">×%1</translation>
+        <translation>×%1</translation>
     </message>
     <message>
         <location line="+30"/>
         <source>Close</source>
-        <translation type="unfinished">Закрыть</translation>
+        <translation>Закрыть</translation>
     </message>
 </context>
 </TS>

@@ -6,7 +6,7 @@
     <message>
         <location filename="../../qml/Orvanta/Controls/BusyIndicatorRing.qml" line="+26"/>
         <source>Busy</source>
-        <translation>Занято</translation>
+        <translation>Занят</translation>
     </message>
 </context>
 <context>

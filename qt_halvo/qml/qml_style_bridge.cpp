@@ -154,10 +154,9 @@ void StyleMapGuard::missing(const QString& name)
 QJSValue StyleSingleton(StyleMapKind kind, QQmlEngine* engine, QJSEngine* scriptEngine)
 {
     ListenOnce();
+    // Parented, so the engine's garbage collector leaves them alone.
     auto* map = new QQmlPropertyMap(engine);
     auto* guard = new StyleMapGuard(NameOf(kind), map);
-    QQmlEngine::setObjectOwnership(map, QQmlEngine::CppOwnership);
-    QQmlEngine::setObjectOwnership(guard, QQmlEngine::CppOwnership);
     Singletons().push_back(Singleton{kind, engine, map, guard});
     Refresh(Singletons().back(), CurrentValues(kind));
     QJSValue make = scriptEngine->evaluate(QString::fromLatin1(kProxySource));

@@ -139,6 +139,20 @@ private Q_SLOTS:
         QCOMPARE(changes.count(), 0);
     }
 
+    void onlyChangedValuesAreWritten()
+    {
+        QQmlEngine engine;
+        const auto item = Create(engine, "QtObject { property int writes: 0; property var c: Colors.accent; "
+                                         "onCChanged: ++writes }");
+        QVERIFY(item);
+        item->setProperty("writes", 0);  // the first evaluation counts too
+        LoadColors("{\"accent\": \"#102030\", \"shade\": \"rgba(5, 5, 5, 1)\"}");
+        QCOMPARE(item->property("writes").toInt(), 0);
+        LoadColors("{\"accent\": \"#aabbcc\"}");
+        QCOMPARE(item->property("writes").toInt(), 1);
+        QCOMPARE(item->property("c").toString(), QString("#aabbcc"));
+    }
+
     void constantsFollowTheSheet()
     {
         QFile sheet(m_dir.filePath("sheet.qss"));

@@ -25,6 +25,7 @@
 #include <qt_halvo/charts/bar_chart.h>
 #include <qt_halvo/charts/pie_chart.h>
 #include <qt_halvo/charts/plot_widget.h>
+#include <qt_halvo/diagnostics/debug_console.h>
 #include <qt_halvo/diagnostics/debug_console_capture.h>
 #include <qt_halvo/diagnostics/state_machine_tracer.h>
 #include <qt_halvo/images/file_preview_provider.h>

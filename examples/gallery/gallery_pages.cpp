@@ -203,5 +203,8 @@ QVector<GalleryPage> GalleryPages(GalleryTheme& theme)
         //: Page list entry: the QML controls of Orvanta.Controls, coloured from Orvanta.Styles.
         {QStringLiteral("qml"), QCoreApplication::translate("Gallery", "QML controls"), CreateQmlPage, 300,
          QmlPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "QML"))},
+        //: Page list entry: the debug console and the state-machine tracer.
+        {QStringLiteral("diagnostics"), QCoreApplication::translate("Gallery", "Diagnostics"), CreateDiagnosticsPage, 0,
+         DiagnosticsPageMoments(), Group(QT_TRANSLATE_NOOP("Gallery", "Diagnostics"))},
     };
 }

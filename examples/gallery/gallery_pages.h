@@ -104,5 +104,7 @@ QWidget* CreateViewsPage();
 QVector<GalleryMoment> ViewsPageMoments();
 QWidget* CreateImagesPage();
 QVector<GalleryMoment> ImagesPageMoments();
+QWidget* CreateDiagnosticsPage();
+QVector<GalleryMoment> DiagnosticsPageMoments();
 QWidget* CreateQmlPage();
 QVector<GalleryMoment> QmlPageMoments();

@@ -7,6 +7,7 @@
 #include "test_support.h"
 
 #include <climits>
+#include <cstdio>
 #include <thread>
 
 using namespace OrvantaQT;
@@ -51,6 +52,23 @@ void HostHandler(QtMsgType type, const QMessageLogContext& context, const QStrin
 }
 
 Q_LOGGING_CATEGORY(childCategory, "child.category")
+
+// Writes a library line through Qt's handler, with QT_MESSAGE_PATTERN set by the parent,
+// and what the capture holds to stdout.
+int RunChild()
+{
+    qputenv("QT_HALVO_LOG_LIBRARY", QT_HALVO_QT_FORWARDING_LOGGING_LIBRARY);
+    if (!InstallDebugConsoleCapture(4))
+        return 1;
+    QTH_LOG_WARNING("library line");
+    qWarning("child warning");
+    qCCritical(childCategory) << "child critical";
+    for (const DebugConsoleLine& line : DebugConsoleLinesAfter(0, 10)) {
+        std::printf("%llu %s %d %s\n", static_cast<unsigned long long>(line.sequence),
+                    line.origin == DebugConsoleLine::Origin::Library ? "library" : "qt", line.level, qPrintable(line.text));
+    }
+    return 0;
+}
 
 QVector<DebugConsoleLine> Since(quint64 sequence) { return DebugConsoleLinesAfter(sequence, INT_MAX); }
 
@@ -145,7 +163,8 @@ private Q_SLOTS:
         QCOMPARE(lines[0].threadId, quint64(reinterpret_cast<quintptr>(QThread::currentThreadId())));
     }
 
-    // The default handler still writes what QT_MESSAGE_PATTERN asks for (in a child process).
+    // The default handler still writes what QT_MESSAGE_PATTERN asks for, and a library
+    // line that a logging library writes through Qt is recorded once (in a child process).
     void messagePatternStillApplies()
     {
         QProcess child;
@@ -156,8 +175,16 @@ private Q_SLOTS:
         child.start(QCoreApplication::applicationFilePath(), QStringList());
         QVERIFY(child.waitForFinished(30000));
         QCOMPARE(child.exitCode(), 0);
-        QCOMPARE(QString::fromUtf8(child.readAllStandardError()).split('\n', Qt::SkipEmptyParts),
-                 QStringList({"P warning default: child warning", "P critical child.category: child critical"}));
+        const QString logging = QStringLiteral("Logging through " QT_HALVO_QT_FORWARDING_LOGGING_LIBRARY);
+        const QString errors = QString::fromUtf8(child.readAllStandardError());
+        const QRegularExpression site(QStringLiteral("\\[site \\d+\\]"));
+        QCOMPARE(errors.split('\n', Qt::SkipEmptyParts).replaceInStrings(site, "[site]"),
+                 QStringList({"P warning : [site] " + logging, "P warning : [site] library line",
+                              "P warning default: child warning", "P critical child.category: child critical"}));
+        // The logging set-up's own line goes straight to the library, so it is Qt's here.
+        QCOMPARE(QString::fromUtf8(child.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts).replaceInStrings(site, "[site]"),
+                 QStringList({"1 qt 1 [site] " + logging, "2 library 1 library line", "3 qt 1 child warning",
+                              "4 qt 2 child critical"}));
     }
 
     // A message logged while a message is handled is passed on only, never recorded.
@@ -363,8 +390,10 @@ private Q_SLOTS:
         QTest::newRow("qt, 5 MB") << false << "x" << 5000000 << 65536;
         QTest::newRow("qt, exactly 64 KiB") << false << "x" << 65536 << 65536;
         QTest::newRow("qt, two-byte characters") << false << "\u00e9" << 100000 << 32768;
+        QTest::newRow("qt, three-byte characters") << false << "\u0800" << 30000 << 21845;
         QTest::newRow("qt, four-byte characters") << false << "\U0001F600" << 20000 << 32768;
         QTest::newRow("library, 3 MB") << true << "y" << 3000000 << 65536;
+        QTest::newRow("library, exactly 64 KiB") << true << "y" << 65536 << 65536;
         QTest::newRow("library, three-byte characters") << true << "\u20ac" << 30000 << 21845;
     }
     void hugeMessagesAreCut()
@@ -394,13 +423,8 @@ private Q_SLOTS:
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsSet("QTH_CAPTURE_CHILD")) {
-        if (!InstallDebugConsoleCapture(4))
-            return 1;
-        qWarning("child warning");
-        qCCritical(childCategory) << "child critical";
-        return DebugConsoleLastSequence() == 2 ? 0 : 2;
-    }
+    if (qEnvironmentVariableIsSet("QTH_CAPTURE_CHILD"))
+        return RunChild();
     QCoreApplication app(argc, argv);
     TestDebugConsoleCapture test;
     return QTest::qExec(&test, argc, argv);

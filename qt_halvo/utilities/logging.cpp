@@ -8,6 +8,7 @@
 #include <QtCore/QMessageLogger>
 #include <QtCore/QString>
 
+#include <atomic>
 #include <cstdarg>
 
 namespace OrvantaQT::Logging {
@@ -15,6 +16,8 @@ namespace OrvantaQT::Logging {
 namespace {
 
 constexpr std::size_t kTagCapacity = 512;
+
+std::atomic<WriteObserver> g_writeObserver{nullptr};
 
 const char* QtBuildLineTag(char* buffer, size_t bufferSize, const char* sourcePath,
                            const char* functionName, int line)
@@ -120,7 +123,18 @@ void Write(Level level, const LineTag& tag, const char* format, ...)
     va_start(arguments, format);
     const std::string text = LoggingDetail::FormatMessage(format, arguments);
     va_end(arguments);
+    // Loaded once, so both calls reach the same observer even if it changes meanwhile.
+    const WriteObserver observer = g_writeObserver.load(std::memory_order_acquire);
+    if (observer)
+        observer(level, tag.Text(), text.c_str());
     ActiveSink().logWithTag(level, tag.Text(), "%s", text.c_str());
+    if (observer)
+        observer(level, tag.Text(), nullptr);
+}
+
+void SetWriteObserver(WriteObserver observer)
+{
+    g_writeObserver.store(observer, std::memory_order_release);
 }
 
 } // namespace OrvantaQT::Logging

@@ -46,6 +46,12 @@ struct LogSink
 QT_HALVO_AUTOTEST_EXPORT LogSink ChooseLogSink(const std::vector<std::string>& candidates,
                                                std::vector<std::string>* failures);
 
+// Sees every line Write sends, for the debug console's capture: called with the text
+// before the line goes to the sink, then once more with a null text after it went.
+// Unset, it costs Write one atomic load.
+using WriteObserver = void (*)(Level level, const char* tag, const char* text);
+QT_HALVO_AUTOTEST_EXPORT void SetWriteObserver(WriteObserver observer);
+
 } // namespace OrvantaQT::Logging
 
 #define QTH_LOG_AT(level, ...)                                                                      \

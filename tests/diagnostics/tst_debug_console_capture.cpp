@@ -1,0 +1,433 @@
+// The debug console's capture: Qt messages and library lines in a bounded ring, each
+// message still passed on, unchanged, to the handler installed before.
+
+#include <qt_halvo/diagnostics/debug_console_capture.h>
+#include <qt_halvo/utilities/logging_p.h>
+
+#include "test_support.h"
+
+#include <climits>
+#include <cstdio>
+#include <thread>
+
+using namespace OrvantaQT;
+
+namespace {
+
+// What the handler installed before the capture was given.
+struct Passed
+{
+    QtMsgType type;
+    QString category, file, function, text;
+    int line;
+};
+
+QtMessageHandler g_top = nullptr;
+QMutex g_passedMutex;
+QVector<Passed> g_passed;
+
+QString OrNull(const char* text) { return text ? QString::fromUtf8(text) : QStringLiteral("<null>"); }
+
+void PreviousHandler(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    {
+        QMutexLocker lock(&g_passedMutex);
+        g_passed.append({type, OrNull(context.category), OrNull(context.file), OrNull(context.function), text, context.line});
+    }
+    if (text != QLatin1String("outer"))
+        return;
+    // Logs from inside the handler chain: through Qt (which sends it to its default
+    // handler), or straight to the handler on top, as a forwarding host handler might.
+    if (g_top)
+        g_top(QtWarningMsg, context, QStringLiteral("inner"));
+    else
+        qWarning("inner");
+}
+
+QtMessageHandler g_hostPrevious = nullptr;
+
+void HostHandler(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    g_hostPrevious(type, context, QStringLiteral("host: ") + text);
+}
+
+Q_LOGGING_CATEGORY(childCategory, "child.category")
+
+// Writes a library line through Qt's handler, with QT_MESSAGE_PATTERN set by the parent,
+// and what the capture holds to stdout.
+int RunChild()
+{
+    qputenv("QT_HALVO_LOG_LIBRARY", QT_HALVO_QT_FORWARDING_LOGGING_LIBRARY);
+    if (!InstallDebugConsoleCapture(4))
+        return 1;
+    QTH_LOG_WARNING("library line");
+    qWarning("child warning");
+    qCCritical(childCategory) << "child critical";
+    for (const DebugConsoleLine& line : DebugConsoleLinesAfter(0, 10)) {
+        std::printf("%llu %s %d %s\n", static_cast<unsigned long long>(line.sequence),
+                    line.origin == DebugConsoleLine::Origin::Library ? "library" : "qt", line.level, qPrintable(line.text));
+    }
+    return 0;
+}
+
+QVector<DebugConsoleLine> Since(quint64 sequence) { return DebugConsoleLinesAfter(sequence, INT_MAX); }
+
+QStringList Texts(const QVector<DebugConsoleLine>& lines)
+{
+    QStringList texts;
+    for (const DebugConsoleLine& line : lines)
+        texts << line.text;
+    return texts;
+}
+
+QStringList PassedTexts()
+{
+    QMutexLocker lock(&g_passedMutex);
+    QStringList texts;
+    for (const Passed& passed : g_passed)
+        texts << passed.text;
+    return texts;
+}
+
+} // namespace
+
+class TestDebugConsoleCapture : public QObject
+{
+    Q_OBJECT
+
+    QtMessageHandler m_testLibHandler = nullptr;
+
+private Q_SLOTS:
+    void init()
+    {
+        g_passed.clear();
+        m_testLibHandler = qInstallMessageHandler(PreviousHandler);
+        QVERIFY(InstallDebugConsoleCapture(1000));
+    }
+
+    void cleanup()
+    {
+        UninstallDebugConsoleCapture();
+        ClearDebugConsoleCapture();
+        qInstallMessageHandler(m_testLibHandler);
+    }
+
+    void messagesAreRecordedAndPassedOn_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<int>("line");
+        QTest::addColumn<QByteArray>("function");
+        QTest::addColumn<QByteArray>("category"); // empty: none in the context
+        QTest::newRow("warning in a category") << int(QtWarningMsg) << QByteArray("a/b.cpp") << 12
+                                               << QByteArray("void f()") << QByteArray("orvanta.x");
+        QTest::newRow("debug") << int(QtDebugMsg) << QByteArray("c.cpp") << 3 << QByteArray("g") << QByteArray("default");
+        QTest::newRow("critical") << int(QtCriticalMsg) << QByteArray("d.cpp") << 9 << QByteArray("h") << QByteArray("y");
+        QTest::newRow("default context") << int(QtInfoMsg) << QByteArray() << 0 << QByteArray() << QByteArray();
+    }
+    void messagesAreRecordedAndPassedOn()
+    {
+        QFETCH(int, type);
+        QFETCH(QByteArray, file);
+        QFETCH(int, line);
+        QFETCH(QByteArray, function);
+        QFETCH(QByteArray, category);
+        const auto orNull = [](const QByteArray& text) { return text.isNull() ? nullptr : text.constData(); };
+        const QMessageLogContext context(orNull(file), line, orNull(function), orNull(category));
+        const quint64 before = DebugConsoleLastSequence();
+        const QDateTime start = QDateTime::currentDateTime();
+        qt_message_output(QtMsgType(type), context, QStringLiteral("text \u00e9"));
+        const QDateTime end = QDateTime::currentDateTime();
+
+        QCOMPARE(g_passed.size(), 1);
+        const Passed& passed = g_passed.first();
+        QCOMPARE(int(passed.type), type);
+        QCOMPARE(passed.text, QStringLiteral("text \u00e9"));
+        QCOMPARE(passed.file, file.isNull() ? QStringLiteral("<null>") : QString::fromUtf8(file));
+        QCOMPARE(passed.line, line);
+        QCOMPARE(passed.function, function.isNull() ? QStringLiteral("<null>") : QString::fromUtf8(function));
+        QCOMPARE(passed.category, category.isNull() ? QStringLiteral("<null>") : QString::fromUtf8(category));
+
+        const QVector<DebugConsoleLine> lines = Since(before);
+        QCOMPARE(lines.size(), 1);
+        QCOMPARE(lines[0].sequence, before + 1);
+        QCOMPARE(DebugConsoleLastSequence(), before + 1);
+        QCOMPARE(lines[0].origin, DebugConsoleLine::Origin::Qt);
+        QCOMPARE(lines[0].level, type);
+        QCOMPARE(lines[0].text, QStringLiteral("text \u00e9"));
+        QCOMPARE(lines[0].file, QString::fromUtf8(file));
+        QCOMPARE(lines[0].line, line);
+        QCOMPARE(lines[0].function, QString::fromUtf8(function));
+        QCOMPARE(lines[0].category, category.isNull() ? QStringLiteral("default") : QString::fromUtf8(category));
+        QVERIFY(lines[0].time >= start.addMSecs(-1) && lines[0].time <= end.addMSecs(1));
+        QCOMPARE(lines[0].threadId, quint64(reinterpret_cast<quintptr>(QThread::currentThreadId())));
+    }
+
+    // The default handler still writes what QT_MESSAGE_PATTERN asks for, and a library
+    // line that a logging library writes through Qt is recorded once (in a child process).
+    void messagePatternStillApplies()
+    {
+        QProcess child;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_MESSAGE_PATTERN"), QStringLiteral("P %{type} %{category}: %{message}"));
+        environment.insert(QStringLiteral("QTH_CAPTURE_CHILD"), QStringLiteral("1"));
+        child.setProcessEnvironment(environment);
+        child.start(QCoreApplication::applicationFilePath(), QStringList());
+        QVERIFY(child.waitForFinished(30000));
+        QCOMPARE(child.exitCode(), 0);
+        const QString logging = QStringLiteral("Logging through " QT_HALVO_QT_FORWARDING_LOGGING_LIBRARY);
+        const QString errors = QString::fromUtf8(child.readAllStandardError());
+        const QRegularExpression site(QStringLiteral("\\[site \\d+\\]"));
+        QCOMPARE(errors.split('\n', Qt::SkipEmptyParts).replaceInStrings(site, "[site]"),
+                 QStringList({"P warning : [site] " + logging, "P warning : [site] library line",
+                              "P warning default: child warning", "P critical child.category: child critical"}));
+        // The logging set-up's own line goes straight to the library, so it is Qt's here.
+        QCOMPARE(QString::fromUtf8(child.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts).replaceInStrings(site, "[site]"),
+                 QStringList({"1 qt 1 [site] " + logging, "2 library 1 library line", "3 qt 1 child warning",
+                              "4 qt 2 child critical"}));
+    }
+
+    // A message logged while a message is handled is passed on only, never recorded.
+    void messageFromInsideTheHandlerDoesNotRecurse_data()
+    {
+        QTest::addColumn<bool>("direct");
+        QTest::addColumn<QStringList>("passed");
+        QTest::newRow("qWarning") << false << QStringList{"outer"};
+        QTest::newRow("the installed handler called") << true << QStringList{"outer", "inner"};
+    }
+    void messageFromInsideTheHandlerDoesNotRecurse()
+    {
+        QFETCH(bool, direct);
+        QFETCH(QStringList, passed);
+        if (direct) {
+            g_top = qInstallMessageHandler(PreviousHandler);
+            qInstallMessageHandler(g_top);
+        }
+        const quint64 before = DebugConsoleLastSequence();
+        qWarning("outer");
+        g_top = nullptr;
+        QCOMPARE(PassedTexts(), passed);
+        QCOMPARE(Texts(Since(before)), QStringList({"outer"}));
+    }
+
+    void uninstallPutsThePreviousHandlerBack_data()
+    {
+        QTest::addColumn<bool>("hostOnTop");
+        QTest::newRow("capture on top") << false;
+        QTest::newRow("host installed over the capture") << true;
+    }
+    void uninstallPutsThePreviousHandlerBack()
+    {
+        QFETCH(bool, hostOnTop);
+        const LogCapture::Mark mark;
+        if (hostOnTop)
+            g_hostPrevious = qInstallMessageHandler(HostHandler);
+        qWarning("before");
+        UninstallDebugConsoleCapture();
+        QVERIFY(!IsDebugConsoleCaptureInstalled());
+        const quint64 before = DebugConsoleLastSequence();
+        qWarning("after");
+        QCOMPARE(PassedTexts(), QStringList({hostOnTop ? "host: before" : "before", "after"}));
+        QCOMPARE(DebugConsoleLastSequence(), before);
+        QVERIFY(qInstallMessageHandler(PreviousHandler) == PreviousHandler);
+        QCOMPARE(mark.Texts(), hostOnTop ? QStringList({"3 A message handler installed after the debug console's "
+                                                        "capture was replaced by the one before it"})
+                                         : QStringList());
+        // Installed again: each message recorded once and passed on once.
+        g_passed.clear();
+        QVERIFY(InstallDebugConsoleCapture(10));
+        qWarning("again");
+        QCOMPARE(PassedTexts(), QStringList({"again"}));
+        QCOMPARE(Texts(Since(before)), QStringList({"again"}));
+    }
+
+    void installingTwiceChangesTheCapacityOnly()
+    {
+        const quint64 before = DebugConsoleLastSequence();
+        for (const char* text : {"a", "b", "c"})
+            qWarning("%s", text);
+        QVERIFY(InstallDebugConsoleCapture(2));
+        QVERIFY(IsDebugConsoleCaptureInstalled());
+        quint64 dropped = 0;
+        QCOMPARE(Texts(DebugConsoleLinesAfter(before, 10, &dropped)), QStringList({"b", "c"}));
+        QCOMPARE(dropped, quint64(1));
+        QVERIFY(InstallDebugConsoleCapture(5));
+        qWarning("d");
+        QCOMPARE(Texts(DebugConsoleLinesAfter(before, 10, &dropped)), QStringList({"b", "c", "d"}));
+        QCOMPARE(PassedTexts(), QStringList({"a", "b", "c", "d"}));
+    }
+
+    void ringKeepsTheNewestLines_data()
+    {
+        QTest::addColumn<int>("capacity");
+        QTest::addColumn<int>("written");
+        QTest::addColumn<bool>("clear");
+        QTest::addColumn<int>("after");
+        QTest::addColumn<int>("maxLines");
+        QTest::addColumn<QStringList>("expected");
+        QTest::addColumn<int>("dropped");
+        QTest::newRow("full, nothing lost") << 4 << 4 << false << 0 << 9 << QStringList{"1", "2", "3", "4"} << 0;
+        QTest::newRow("overflow") << 4 << 10 << false << 0 << 9 << QStringList{"7", "8", "9", "10"} << 6;
+        QTest::newRow("after a held line") << 4 << 10 << false << 8 << 9 << QStringList{"9", "10"} << 0;
+        QTest::newRow("after a dropped line") << 4 << 10 << false << 3 << 9 << QStringList{"7", "8", "9", "10"} << 3;
+        QTest::newRow("at most maxLines") << 8 << 6 << false << 1 << 2 << QStringList{"2", "3"} << 0;
+        QTest::newRow("none asked") << 8 << 6 << false << 0 << 0 << QStringList{} << 0;
+        QTest::newRow("after the last") << 8 << 6 << false << 6 << 9 << QStringList{} << 0;
+        QTest::newRow("one line") << 1 << 3 << false << 0 << 9 << QStringList{"3"} << 2;
+        QTest::newRow("cleared") << 8 << 6 << true << 2 << 9 << QStringList{} << 4;
+    }
+    void ringKeepsTheNewestLines()
+    {
+        QFETCH(int, capacity);
+        QFETCH(int, written);
+        QFETCH(bool, clear);
+        QFETCH(int, after);
+        QFETCH(int, maxLines);
+        QFETCH(QStringList, expected);
+        QFETCH(int, dropped);
+        QVERIFY(InstallDebugConsoleCapture(capacity));
+        const quint64 before = DebugConsoleLastSequence();
+        for (int i = 1; i <= written; ++i)
+            qWarning("%d", i);
+        if (clear)
+            ClearDebugConsoleCapture();
+        quint64 droppedLines = 99;
+        const QVector<DebugConsoleLine> lines = DebugConsoleLinesAfter(before + after, maxLines, &droppedLines);
+        QCOMPARE(Texts(lines), expected);
+        for (const DebugConsoleLine& line : lines)
+            QCOMPARE(line.sequence, before + line.text.toULongLong());
+        QCOMPARE(droppedLines, quint64(dropped));
+        QCOMPARE(DebugConsoleLastSequence(), before + written);
+        QCOMPARE(g_passed.size(), written);
+    }
+
+    void libraryLinesCarryLevelAndTag_data()
+    {
+        QTest::addColumn<int>("level");
+        QTest::newRow("information") << 0;
+        QTest::newRow("warning") << 1;
+        QTest::newRow("error") << 2;
+    }
+    void libraryLinesCarryLevelAndTag()
+    {
+        QFETCH(int, level);
+        const LogCapture::Mark mark;
+        const quint64 before = DebugConsoleLastSequence();
+        QTH_LOG_AT(Logging::Level(Logging::Information + level), "library %d %s", level, "line");
+        const QVector<LoggedLine> logged = mark.Since();
+        QCOMPARE(logged.size(), 1); // still reaches the logging library
+        const QVector<DebugConsoleLine> lines = Since(before);
+        QCOMPARE(lines.size(), 1);
+        QCOMPARE(lines[0].origin, DebugConsoleLine::Origin::Library);
+        QCOMPARE(lines[0].level, level);
+        QCOMPARE(lines[0].text, QStringLiteral("library %1 line").arg(level));
+        QCOMPARE(lines[0].category, logged[0].tag);
+        QVERIFY(lines[0].category.contains(QLatin1String("libraryLinesCarryLevelAndTag")));
+        QVERIFY(lines[0].time.isValid());
+        UninstallDebugConsoleCapture();
+        QTH_LOG_WARNING("not recorded");
+        QCOMPARE(DebugConsoleLastSequence(), before + 1);
+    }
+
+    void callerErrorsAreLogged()
+    {
+        const LogCapture::Mark mark;
+        QVERIFY(!InstallDebugConsoleCapture(0));
+        QVERIFY(!InstallDebugConsoleCapture(INT_MAX));
+        quint64 dropped = 7;
+        QVERIFY(DebugConsoleLinesAfter(0, -1, &dropped).isEmpty());
+        QCOMPARE(dropped, quint64(0));
+        QCOMPARE(mark.Texts(), QStringList({"3 The debug console's capacity must be from 1 to 4194304 lines, not 0",
+                                            "3 The debug console's capacity must be from 1 to 4194304 lines, not 2147483647",
+                                            "3 Cannot read -1 lines of the debug console"}));
+        QVERIFY(IsDebugConsoleCaptureInstalled()); // a refused install leaves the capture as it was
+    }
+
+    void concurrentWritersKeepTheirOrder()
+    {
+        constexpr int kThreads = 4;
+        constexpr int kEach = 2000;
+        QVERIFY(InstallDebugConsoleCapture(kThreads * kEach));
+        const quint64 before = DebugConsoleLastSequence();
+        std::vector<std::thread> threads;
+        for (int t = 0; t < kThreads; ++t) {
+            threads.emplace_back([t] {
+                for (int i = 0; i < kEach; ++i) {
+                    if (i % 2)
+                        qWarning("%d %d", t, i);
+                    else
+                        QTH_LOG_INFO("%d %d", t, i);
+                }
+            });
+        }
+        for (std::thread& thread : threads)
+            thread.join();
+        quint64 dropped = 1;
+        const QVector<DebugConsoleLine> lines = DebugConsoleLinesAfter(before, INT_MAX, &dropped);
+        QCOMPARE(lines.size(), kThreads * kEach);
+        QCOMPARE(dropped, quint64(0));
+        QVector<int> next(kThreads, 0);
+        QHash<int, quint64> threadIds;
+        for (int i = 0; i < lines.size(); ++i) {
+            QCOMPARE(lines[i].sequence, before + 1 + i);
+            const QStringList parts = lines[i].text.split(' ');
+            const int t = parts[0].toInt();
+            QCOMPARE(parts[1].toInt(), next[t]++);
+            QCOMPARE(lines[i].origin, next[t] % 2 ? DebugConsoleLine::Origin::Library : DebugConsoleLine::Origin::Qt);
+            QCOMPARE(threadIds.value(t, lines[i].threadId), lines[i].threadId);
+            threadIds[t] = lines[i].threadId;
+        }
+        QCOMPARE(QSet<quint64>(threadIds.cbegin(), threadIds.cend()).size(), kThreads);
+        QCOMPARE(g_passed.size(), kThreads * kEach / 2);
+    }
+
+    void hugeMessagesAreCut_data()
+    {
+        QTest::addColumn<bool>("library");
+        QTest::addColumn<QString>("character");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<int>("keptCharacters");
+        QTest::newRow("qt, 5 MB") << false << "x" << 5000000 << 65536;
+        QTest::newRow("qt, exactly 64 KiB") << false << "x" << 65536 << 65536;
+        QTest::newRow("qt, two-byte characters") << false << "\u00e9" << 100000 << 32768;
+        QTest::newRow("qt, three-byte characters") << false << "\u0800" << 30000 << 21845;
+        QTest::newRow("qt, four-byte characters") << false << "\U0001F600" << 20000 << 32768;
+        QTest::newRow("library, 3 MB") << true << "y" << 3000000 << 65536;
+        QTest::newRow("library, exactly 64 KiB") << true << "y" << 65536 << 65536;
+        QTest::newRow("library, three-byte characters") << true << "\u20ac" << 30000 << 21845;
+    }
+    void hugeMessagesAreCut()
+    {
+        QFETCH(bool, library);
+        QFETCH(QString, character);
+        QFETCH(int, count);
+        QFETCH(int, keptCharacters);
+        const QString text = character.repeated(count);
+        const quint64 before = DebugConsoleLastSequence();
+        if (library)
+            QTH_LOG_INFO("%s", text.toUtf8().constData());
+        else
+            qWarning("%s", qUtf8Printable(text));
+        const QVector<DebugConsoleLine> lines = Since(before);
+        QCOMPARE(lines.size(), 1);
+        const int bytes = text.toUtf8().size();
+        const int keptBytes = text.left(keptCharacters).toUtf8().size();
+        const QString expected = text.left(keptCharacters)
+            + (bytes > keptBytes ? QStringLiteral(" \u2026 [cut: %1 bytes]").arg(bytes - keptBytes) : QString());
+        QCOMPARE(lines[0].text.size(), expected.size());
+        QVERIFY(lines[0].text == expected);
+        if (!library)
+            QVERIFY(PassedTexts().value(0) == text); // passed on whole
+    }
+};
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsSet("QTH_CAPTURE_CHILD"))
+        return RunChild();
+    QCoreApplication app(argc, argv);
+    TestDebugConsoleCapture test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_debug_console_capture.moc"

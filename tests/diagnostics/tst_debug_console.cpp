@@ -4,7 +4,11 @@
 #include <qt_halvo/diagnostics/debug_console_capture.h>
 
 #include <QtGui/QClipboard>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QShortcut>
 #include <QtWidgets/QTableView>
 
@@ -88,6 +92,31 @@ private Q_SLOTS:
         auto* status = console->findChild<QLabel*>("Status");
         QVERIFY(status->text().startsWith(QString("%1 of 5 lines shown").arg(shown.size())));
         QCOMPARE(status->text().contains("invalid expression"), expression && text == "(");
+    }
+
+    void controlsDriveTheFilters()
+    {
+        auto console = Console();
+        console->findChild<QComboBox*>("LevelFilter")->setCurrentIndex(int(Level::Warning));
+        QCOMPARE(console->GetMinimumLevel(), Level::Warning);
+        QTest::keyClicks(console->findChild<QLineEdit*>("CategoryFilter"), "storage");
+        QCOMPARE(Shown(*console), QStringList({"disk almost full", "cannot write settings.ini"}));
+        QTest::keyClicks(console->findChild<QLineEdit*>("TextFilter"), "^d");
+        QCOMPARE(console->ShownLineCount(), 0);
+        console->findChild<QCheckBox*>("RegularExpression")->setChecked(true);
+        QCOMPARE(Shown(*console), QStringList("disk almost full"));
+        // A click selects whole rows: what is copied is whole lines.
+        auto* view = console->findChild<QTableView*>("Lines");
+        QVERIFY(ShowAndWait(console.get()));
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(view->model()->index(0, 2)).center());
+        QCOMPARE(console->ShownText(true).count('\n'), 1);
+        QVERIFY(console->ShownText(true).contains("warning app.storage: disk almost full"));
+        auto* pause = console->findChild<QPushButton*>("PauseButton");
+        pause->click();
+        QVERIFY(console->IsPaused());
+        QCOMPARE(pause->text(), QString("Resume"));
+        console->findChild<QPushButton*>("ClearButton")->click();
+        QCOMPARE(console->LineCount(), 0);
     }
 
     void linesComeInBatchesWhileShown()

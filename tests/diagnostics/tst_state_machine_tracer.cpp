@@ -235,14 +235,23 @@ private Q_SLOTS:
         QVERIFY(lines.last().endsWith(QLatin1String(" -> a on go()")));
     }
 
+    void statesMovedToAnotherMachineAreLeft_data()
+    {
+        QTest::addColumn<bool>("halfBuilt"); // made with the machine as parent, moved before the event loop
+        QTest::newRow("added whole") << false;
+        QTest::newRow("made with its parent") << true;
+    }
     void statesMovedToAnotherMachineAreLeft()
     {
+        QFETCH(bool, halfBuilt);
         Machine m;
-        auto* holder = new QState(m.machine);
+        StateMachineTracer tracer(m.machine);
+        auto* holder = halfBuilt ? new QState(m.machine) : new QState;
         auto* x = new QState(holder);
         x->addTransition(&m.emitter, SIGNAL(go()), new QState(holder));
         holder->setInitialState(x);
-        StateMachineTracer tracer(m.machine);
+        if (!halfBuilt)
+            m.machine->addState(holder);
         QStateMachine other;
         other.addState(holder);
         other.setInitialState(holder);

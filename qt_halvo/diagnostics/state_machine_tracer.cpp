@@ -155,7 +155,7 @@ void StateMachineTracer::Private::FollowPending()
 {
     const QVector<QPointer<QObject>> children = std::exchange(pending, {});
     for (const QPointer<QObject>& child : children) {
-        if (child && machine && (child->parent() == machine || IsFollowed(child->parent())))
+        if (child && IsFollowed(child->parent()))
             Follow(child);
     }
 }
@@ -237,8 +237,6 @@ StateMachineTracer::StateMachineTracer(QStateMachine* machine, QObject* parent) 
     }
     d->machine = machine;
     d->Follow(machine);
-    // A child that Qt announced half-built is looked at before the machine starts at the latest.
-    connect(machine, &QStateMachine::started, this, [this] { d->FollowPending(); });
 }
 
 StateMachineTracer::~StateMachineTracer()
@@ -329,8 +327,8 @@ bool StateMachineTracer::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::ChildAdded) {
         QObject* child = static_cast<QChildEvent*>(event)->child();
         // A child made with its parent in the constructor is announced before it is built;
-        // it is looked at as soon as control is back in the event loop, or earlier when the
-        // machine starts or takes a transition.
+        // it is looked at back in the event loop (where a start() takes effect too), or
+        // earlier when the machine takes a transition.
         if (qobject_cast<QAbstractTransition*>(child) || qobject_cast<QAbstractState*>(child)) {
             d->Follow(child);
         } else if (child->metaObject() == &QObject::staticMetaObject) {

@@ -142,9 +142,14 @@ void StateMachineTracer::Private::Follow(QObject* object)
 
 void StateMachineTracer::Private::Unfollow(QObject* object)
 {
-    if (!IsFollowed(object))
+    const auto entry = followed.find(object);
+    if (entry == followed.end())
         return;
-    followed.remove(object);
+    const bool gone = entry.value() != object;
+    followed.erase(entry);
+    // A child being destroyed is announced when half gone; only its entry is left to drop.
+    if (gone)
+        return;
     QObject::disconnect(object, nullptr, q, nullptr);
     object->removeEventFilter(q);
     for (QObject* child : object->children())

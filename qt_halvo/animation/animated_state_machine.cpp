@@ -1,5 +1,7 @@
 #include "animated_state_machine_p.h"
 
+#include <qt_halvo/diagnostics/state_machine_tracer.h>
+
 #include <QtCore/QAbstractAnimation>
 #include <QtCore/QSignalTransition>
 #include <QtCore/QState>
@@ -12,6 +14,8 @@ namespace OrvantaQT {
 AnimatedStateMachine::AnimatedStateMachine(QObject* owner)
     : m_machine(new QStateMachine(owner))
 {
+    if (StateMachineTracer::TracingRequested())
+        new StateMachineTracer(m_machine, m_machine);
 }
 
 QState* AnimatedStateMachine::AddState(const char* objectName, std::initializer_list<Assignment> assignments)

@@ -26,7 +26,8 @@ public:
         QString owner;    // the class of the machine's parent, if any
         QString source;   // the source state's object name, or its class and address
         QStringList targets;
-        // The sender's signal ("clicked()"), "propertiesAssigned" or "immediate".
+        // The sender's signal ("clicked()"), "propertiesAssigned" or "immediate"; the event
+        // type of a QEventTransition ("MouseButtonPress"), else the transition's class.
         QString trigger;
         QDateTime time;
     };
@@ -37,6 +38,7 @@ public:
     ~StateMachineTracer() override;
 
     QStateMachine* Machine() const;
+    // The transitions traced so far, oldest first; the latest 10000 at most.
     QVector<Transition> History() const;
     void ClearHistory();
 
@@ -55,6 +57,10 @@ public:
 
 Q_SIGNALS:
     void TransitionTraced(const OrvantaQT::StateMachineTracer::Transition& transition);
+
+protected:
+    // Follows the states and transitions added to the machine's states; consumes nothing.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     struct Private;

@@ -61,13 +61,14 @@ public:
         m_count = std::min<quint64>(m_count + 1, m_slots.size());
     }
 
-    // Keeps the newest lines that fit.
+    // Keeps the newest lines that fit. Slots are allocated, and old ones freed, outside
+    // the lock, so writers wait only for the lines to move.
     void SetCapacity(int capacity)
     {
+        if (Capacity() == static_cast<std::size_t>(capacity))
+            return;
         std::vector<Slot> old(static_cast<std::size_t>(capacity));
         std::lock_guard<std::mutex> lock(m_mutex);
-        if (old.size() == m_slots.size())
-            return;
         old.swap(m_slots);
         if (old.empty())
             return;
@@ -78,13 +79,17 @@ public:
 
     void Clear()
     {
-        std::vector<Slot> old;
+        std::vector<Slot> old(Capacity());
         std::lock_guard<std::mutex> lock(m_mutex);
-        if (m_slots.empty())
-            return;
-        old.resize(m_slots.size());
+        old.resize(m_slots.size()); // in case the capacity changed meanwhile
         old.swap(m_slots);
         m_count = 0;
+    }
+
+    std::size_t Capacity() const
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        return m_slots.size();
     }
 
     std::vector<Slot> After(quint64 after, int maxLines, quint64* dropped) const

@@ -20,6 +20,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QShortcut>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QVBoxLayout>
@@ -211,7 +212,12 @@ struct DebugConsole::Private
         dropped += lost;
         if (!lines.isEmpty())
             last = lines.last().sequence;
+        // A list scrolled to its end follows the new lines; one scrolled back stays.
+        QScrollBar* bar = view->verticalScrollBar();
+        const bool following = bar->value() == bar->maximum();
         model.Append(lines, maximum);
+        if (following && !lines.isEmpty())
+            view->scrollToBottom();
         if (!lines.isEmpty() || lost)
             UpdateStatus();
     }
@@ -271,18 +277,25 @@ DebugConsole::DebugConsole(QWidget* parent) : QWidget(parent), d(new Private)
     d->view->horizontalHeader()->setStretchLastSection(true);
     d->status = NameChild(new QLabel(this), "DebugConsole", "Status");
 
+    d->view->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
+    d->categoryEdit->setMinimumWidth(60);
+    d->textEdit->setMinimumWidth(60);
+
+    // Filters above the lines; what is shown and what can be done with it below.
     auto* filters = new QHBoxLayout;
     filters->addWidget(d->levels);
     filters->addWidget(d->categoryEdit, 1);
     filters->addWidget(d->textEdit, 2);
     filters->addWidget(d->expressionBox);
-    filters->addWidget(d->pauseButton);
-    filters->addWidget(copy);
-    filters->addWidget(clear);
+    auto* actions = new QHBoxLayout;
+    actions->addWidget(d->status, 1);
+    actions->addWidget(d->pauseButton);
+    actions->addWidget(copy);
+    actions->addWidget(clear);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(filters);
     layout->addWidget(d->view, 1);
-    layout->addWidget(d->status);
+    layout->addLayout(actions);
 
     d->batch.setInterval(kBatchInterval);
     connect(&d->batch, &QTimer::timeout, this, [this] { d->Take(); });

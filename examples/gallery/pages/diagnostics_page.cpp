@@ -8,6 +8,7 @@
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QStateMachine>
 #include <QtCore/QThread>
+#include <QtGui/QTextCursor>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPlainTextEdit>
@@ -103,6 +104,9 @@ QWidget* CreateTracerDemo(QWidget* parent)
                          history->appendPlainText(QStringLiteral("%1 → %2 on %3")
                                                       .arg(transition.source, transition.targets.join(QLatin1String(", ")),
                                                            transition.trigger));
+                         // The newest transition in sight, below the structure.
+                         history->moveCursor(QTextCursor::End);
+                         history->ensureCursorVisible();
                      });
     return demo;
 }

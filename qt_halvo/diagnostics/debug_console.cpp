@@ -5,6 +5,7 @@
 #include <qt_halvo/utilities/logging_p.h>
 
 #include <QtCore/QAbstractTableModel>
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
 #include <QtCore/QPointer>
 #include <QtCore/QRegularExpression>
@@ -34,7 +35,10 @@ namespace {
 // Lines are taken this often while the console is shown; a burst of messages becomes
 // one insertion, never one per message.
 constexpr int kBatchInterval = 100;
-constexpr int kBatchLines = 20000;
+// Each batch stops after this long, and goes on at the next pass of the event loop, so
+// that a flood of messages never holds a frame up.
+constexpr int kBatchBudgetMs = 5;
+constexpr int kChunkLines = 500;
 constexpr int kDefaultMaximumLines = 50000;
 
 DebugConsole::Level LevelOf(const DebugConsoleLine& line)
@@ -205,24 +209,41 @@ struct DebugConsole::Private
     bool paused = false;
     QString problem; // said once in the status line
 
-    void Take()
+    // Returns whether lines were left for the next batch.
+    bool Take()
     {
-        quint64 lost = 0;
-        QVector<DebugConsoleLine> lines = DebugConsoleLinesAfter(last, kBatchLines, &lost);
-        dropped += lost;
-        if (!lines.isEmpty())
-            last = lines.last().sequence;
+        QElapsedTimer spent;
+        spent.start();
         // A list scrolled to its end follows the new lines; one scrolled back stays.
         QScrollBar* bar = view->verticalScrollBar();
         const bool following = bar->value() == bar->maximum();
-        model.Append(lines, maximum);
-        if (following && !lines.isEmpty())
+        bool changed = false;
+        bool more = false;
+        do {
+            quint64 lost = 0;
+            const QVector<DebugConsoleLine> lines = DebugConsoleLinesAfter(last, kChunkLines, &lost);
+            dropped += lost;
+            if (!lines.isEmpty())
+                last = lines.last().sequence;
+            model.Append(lines, maximum);
+            changed = changed || !lines.isEmpty() || lost;
+            more = lines.size() == kChunkLines;
+        } while (more && spent.elapsed() < kBatchBudgetMs);
+        if (following && changed)
             view->scrollToBottom();
-        if (!lines.isEmpty() || lost)
+        if (changed)
             UpdateStatus();
+        return more;
     }
 
-    void UpdateTimer() { (q->isVisible() && !paused) ? batch.start() : batch.stop(); }
+    void Tick()
+    {
+        const bool more = Take();
+        if (q->isVisible() && !paused)
+            batch.start(more ? 0 : kBatchInterval);
+    }
+
+    void UpdateTimer() { (q->isVisible() && !paused) ? batch.start(kBatchInterval) : batch.stop(); }
 
     void UpdateStatus()
     {
@@ -298,7 +319,7 @@ DebugConsole::DebugConsole(QWidget* parent) : QWidget(parent), d(new Private)
     layout->addLayout(actions);
 
     d->batch.setInterval(kBatchInterval);
-    connect(&d->batch, &QTimer::timeout, this, [this] { d->Take(); });
+    connect(&d->batch, &QTimer::timeout, this, [this] { d->Tick(); });
     connect(d->levels, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             [this](int index) { SetMinimumLevel(Level(index)); });
     connect(d->categoryEdit, &QLineEdit::textChanged, this, [this](const QString& text) { SetCategoryFilter(text); });
@@ -367,8 +388,10 @@ void DebugConsole::SetPaused(bool paused)
 
 void DebugConsole::Refresh()
 {
-    if (!d->paused)
-        d->Take();
+    if (d->paused)
+        return;
+    while (d->Take()) {
+    }
 }
 
 void DebugConsole::Clear()
@@ -458,8 +481,7 @@ QTH_CONSOLE_COLOR(Error, int(Level::Error))
 void DebugConsole::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
-    d->Take();
-    d->UpdateTimer();
+    d->Tick();
 }
 
 void DebugConsole::hideEvent(QHideEvent* event)

@@ -170,7 +170,7 @@ void BarChartPainter::UpdateSectionRects(int width)
             }
             sectionWidth = kMinimumSectionWidth;
         }
-        sectionRects[entry.first] = QRectF(x, BarChartPainter::kBarTop, sectionWidth, h);
+        sectionRects[entry.first] = QRectF(x, kBarTop, sectionWidth, h);
         x = std::trunc(x + sectionWidth);
         ++index;
     }
@@ -278,7 +278,7 @@ void BarChartPainter::LayOutLegend(const QFont& painterFont, int width, int heig
     m_legend->height = height;
     m_legend->painterFont = painterFont;
     QFont currentFont = painterFont;
-    const int top = BarChartPainter::kBarTop + chartHeight + kLegendGap;
+    const int top = kBarTop + chartHeight + kLegendGap;
     const int w = width;
     legendRects.clear();
     if (barInfos.size() == 1) {

@@ -42,7 +42,11 @@ QQuickWidget* CreateQuickSection(QQmlEngine* engine, const QString& file, QWidge
         // With the software renderer a QQuickWidget resized while its page is hidden keeps
         // the picture of its first size, and shows the scene cut short: once the new size
         // is in place it is told again.
+        // A visible widget resizes well: only a hidden one is told again, not every frame
+        // of an animation.
         const auto follow = [quick] {
+            if (quick->isVisible())
+                return;
             QTimer::singleShot(0, quick, [quick] {
                 QResizeEvent resize(quick->size(), QSize());
                 QCoreApplication::sendEvent(quick, &resize);
